@@ -1,0 +1,44 @@
+#pragma once
+
+#include <memory>
+
+/// Told about the application's life, on the main thread.
+class NSApplicationDelegate {
+public:
+    virtual ~NSApplicationDelegate() = default;
+
+    /// The event loop has started.
+    virtual void applicationDidFinishLaunching() = 0;
+
+    /// The program is about to end, for whatever reason but a crash.
+    virtual void applicationWillTerminate() = 0;
+};
+
+enum class NSApplicationActivationPolicy {
+    accessory = 1, ///< no place among the running applications, no menu bar
+};
+
+/// The running program.
+class NSApplication {
+public:
+    /// The one instance, never destroyed.
+    static NSApplication& shared();
+
+    /// The application does not own its delegate.
+    void setDelegate(std::weak_ptr<NSApplicationDelegate> delegate);
+
+    void setActivationPolicy(NSApplicationActivationPolicy policy);
+
+    /// Runs the event loop and returns when the program is to end. Where the desktop cannot be
+    /// reached, or is lost, says so in the log and ends the process with status 1 instead.
+    void run();
+
+    NSApplication(const NSApplication&) = delete;
+    NSApplication& operator=(const NSApplication&) = delete;
+
+private:
+    NSApplication() = default;
+    ~NSApplication() = default;
+
+    std::weak_ptr<NSApplicationDelegate> delegate_;
+};

@@ -1,0 +1,6 @@
+#pragma once
+
+struct NSSound {
+    /// Plays the system's alert. Never fails.
+    static void beep();
+};

@@ -1,0 +1,40 @@
+#include "TSY/AppDelegate.h"
+
+#include "Platform/Foundation.h"
+#include "TSY/DisplayManager.h"
+#include "TSY/HotkeyManager.h"
+#include "TSY/Settings.h"
+
+namespace tsy {
+
+std::shared_ptr<AppDelegate> AppDelegate::make() {
+    return std::shared_ptr<AppDelegate>(new AppDelegate);
+}
+
+void AppDelegate::applicationDidFinishLaunching() {
+    seedConnectedDisplays();
+    reloadHotkeys();
+    DisplayManager::startObserving();
+
+    // Both observers stay for the rest of the process.
+    auto& center = NSNotificationCenter::defaultCenter();
+    center.addObserverForName(shortcutsChanged, [weak = weak_from_this()] {
+        if (const auto self = weak.lock())
+            self->reloadHotkeys();
+    });
+    center.addObserverForName(displaysChanged, [weak = weak_from_this()] {
+        if (weak.lock() != nullptr)
+            seedConnectedDisplays();
+    });
+}
+
+void AppDelegate::applicationWillTerminate() {
+    HotkeyManager::shared().unregisterAll();
+}
+
+void AppDelegate::seedConnectedDisplays() {
+    for (const Display& display : DisplayManager::connectedDisplays())
+        Settings::shared().seedIfNeeded(display);
+}
+
+} // namespace tsy

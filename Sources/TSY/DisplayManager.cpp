@@ -1,0 +1,145 @@
+#include "TSY/DisplayManager.h"
+
+#include "Platform/AppKit/NSEvent.h"
+#include "Platform/CoreGraphics.h"
+#include "Platform/Foundation.h"
+
+#include <algorithm>
+#include <array>
+#include <map>
+#include <string>
+#include <utility>
+
+namespace tsy::DisplayManager {
+
+namespace {
+
+bool isObserving = false;
+
+std::string keyOf(CGDirectDisplayID display) {
+    if (CGDisplayIsBuiltin(display))
+        return "builtin";
+    return std::to_string(CGDisplayVendorNumber(display)) + "-" +
+           std::to_string(CGDisplayModelNumber(display)) + "-" +
+           std::to_string(CGDisplaySerialNumber(display));
+}
+
+using ScreenNames = std::map<CGDirectDisplayID, std::string>;
+
+ScreenNames screenNames() {
+    ScreenNames names;
+    for (const NSScreen& screen : NSScreen::screens())
+        if (const auto id = displayID(screen); id && screen.localizedName)
+            names[*id] = *screen.localizedName;
+    return names;
+}
+
+std::string nameOf(CGDirectDisplayID display, const ScreenNames& names) {
+    if (const auto name = names.find(display); name != names.end())
+        return name->second;
+    if (CGDisplayIsBuiltin(display))
+        return "Built-in Display";
+    return "Display " + std::to_string(display);
+}
+
+std::vector<CGDirectDisplayID> activeDisplays() {
+    std::uint32_t count = 0;
+    if (CGGetActiveDisplayList(0, nullptr, &count) != kCGErrorSuccess || count == 0)
+        return {};
+    std::vector<CGDirectDisplayID> ids(count, 0);
+    if (CGGetActiveDisplayList(count, ids.data(), &count) != kCGErrorSuccess)
+        return {};
+    ids.resize(std::min<std::size_t>(ids.size(), count)); // one may have gone in between
+    return ids;
+}
+
+/// The display of the first screen that holds the pointer; later screens do not count.
+std::optional<Display> displayHolding(const CGPoint& pointer,
+                                      const std::vector<Display>& displays) {
+    const auto screens = NSScreen::screens();
+    const auto screen = std::ranges::find_if(screens, [&pointer](const NSScreen& candidate) {
+        return CGRectContainsPoint(candidate.frame, pointer);
+    });
+    if (screen == screens.end())
+        return std::nullopt;
+    const auto id = displayID(*screen);
+    const auto display = std::ranges::find_if(
+        displays, [&id](const Display& candidate) { return id && candidate.id == *id; });
+    return display != displays.end() ? std::optional(*display) : std::nullopt;
+}
+
+void displayReconfigured(CGDirectDisplayID /*display*/, CGDisplayChangeSummaryFlags flags,
+                         void* /*userInfo*/) {
+    if ((flags & kCGDisplayBeginConfigurationFlag) != 0)
+        return;
+    DispatchQueue::mainAsync([] { NSNotificationCenter::defaultCenter().post(displaysChanged); });
+}
+
+} // namespace
+
+std::vector<Display> connectedDisplays() {
+    const auto ids = activeDisplays();
+    if (ids.empty())
+        return {};
+    const auto names = screenNames();
+    std::vector<Display> displays;
+    for (const CGDirectDisplayID id : ids)
+        displays.push_back({id, keyOf(id), nameOf(id, names), CGDisplayIsMain(id)});
+    return displays;
+}
+
+std::optional<CGDirectDisplayID> displayID(const NSScreen& screen) {
+    const auto number = screen.deviceDescription.find("NSScreenNumber");
+    if (number == screen.deviceDescription.end())
+        return std::nullopt;
+    const auto* id = std::any_cast<CGDirectDisplayID>(&number->second);
+    return id != nullptr ? std::optional(*id) : std::nullopt;
+}
+
+std::optional<Display> displayUnderPointer() {
+    const CGPoint pointer = NSEvent::mouseLocation();
+    const auto displays = connectedDisplays();
+    if (auto display = displayHolding(pointer, displays))
+        return display;
+    if (displays.empty())
+        return std::nullopt;
+    const auto main = std::ranges::find_if(displays, &Display::isMain);
+    return main != displays.end() ? *main : displays.front();
+}
+
+std::optional<DisplayMode> resolve(const ModeSpec& preset, CGDirectDisplayID display) {
+    const auto catalogue = modes(display);
+    const auto sameSize = [&preset](const ModeSpec& spec) {
+        return spec.width == preset.width && spec.height == preset.height;
+    };
+    const auto sameSizeAndDensity = [&](const ModeSpec& spec) {
+        return sameSize(spec) && spec.isHiDPI == preset.isHiDPI;
+    };
+    auto entry = std::ranges::find(catalogue, preset, &DisplayMode::spec);
+    if (entry == catalogue.end())
+        entry = std::ranges::find_if(catalogue, sameSizeAndDensity, &DisplayMode::spec);
+    if (entry == catalogue.end())
+        entry = std::ranges::find_if(catalogue, sameSize, &DisplayMode::spec);
+    return entry != catalogue.end() ? std::optional(*entry) : std::nullopt;
+}
+
+bool apply(const DisplayMode& mode, CGDirectDisplayID display) {
+    CGDisplayConfigRef configuration = nullptr;
+    if (CGBeginDisplayConfiguration(&configuration) != kCGErrorSuccess || configuration == nullptr)
+        return false;
+    if (CGConfigureDisplayWithDisplayMode(configuration, display, mode.cgMode) != kCGErrorSuccess) {
+        CGCancelDisplayConfiguration(configuration);
+        return false;
+    }
+    return CGCompleteDisplayConfiguration(configuration, kCGConfigurePermanently) ==
+           kCGErrorSuccess;
+}
+
+void startObserving() {
+    if (isObserving)
+        return;
+    isObserving = true;
+    CGDisplayRegisterReconfigurationCallback(displayReconfigured, nullptr);
+}
+
+} // namespace tsy::DisplayManager

@@ -1,0 +1,108 @@
+// The part of DisplayManager that turns a display's raw mode list into what the user chooses from.
+#include "TSY/DisplayManager.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <set>
+#include <unordered_map>
+#include <utility>
+
+namespace tsy::DisplayManager {
+
+namespace {
+
+struct Candidate {
+    ModeSpec spec;
+    CGDisplayModeRef cg;
+};
+
+/// The best mode so far of each size and density, filed under its spec with refresh rate 0.
+using WorkingTable = std::unordered_map<ModeSpec, Candidate>;
+
+ModeSpec withoutRefreshRate(ModeSpec spec) {
+    spec.refreshRate = 0;
+    return spec;
+}
+
+/// Whole hertz, halves away from zero; 0 for a rate that is no finite number or fits no 64-bit
+/// integer.
+std::int64_t roundedRefreshRate(double rate) {
+    constexpr double limit = 9223372036854775808.0; // 2^63, the first value that does not fit
+    const double rounded = std::round(rate);
+    return rounded >= -limit && rounded < limit ? static_cast<std::int64_t>(rounded) : 0;
+}
+
+ModeSpec specOf(const CGDisplayMode& mode) {
+    const std::int64_t width = CGDisplayModeGetWidth(mode);
+    return {width, CGDisplayModeGetHeight(mode), width < CGDisplayModeGetPixelWidth(mode),
+            roundedRefreshRate(CGDisplayModeGetRefreshRate(mode))};
+}
+
+WorkingTable bestModes(const std::vector<CGDisplayModeRef>& modes) {
+    WorkingTable table;
+    for (const CGDisplayModeRef& mode : modes) {
+        if (!CGDisplayModeIsUsableForDesktopGUI(*mode))
+            continue;
+        const ModeSpec spec = specOf(*mode);
+        const auto [entry, isNew] = table.try_emplace(withoutRefreshRate(spec));
+        if (isNew || entry->second.spec.refreshRate < spec.refreshRate)
+            entry->second = {spec, mode};
+    }
+    return table;
+}
+
+bool hasSeveralRefreshRates(const WorkingTable& table) {
+    std::set<std::int64_t> rates;
+    for (const auto& [key, candidate] : table)
+        if (candidate.spec.refreshRate > 0)
+            rates.insert(candidate.spec.refreshRate);
+    return rates.size() >= 2;
+}
+
+bool hasHighDensityTwin(const ModeSpec& spec, const WorkingTable& table) {
+    return !spec.isHiDPI && table.contains({spec.width, spec.height, true, 0});
+}
+
+/// The order of the catalogue.
+bool standsBefore(const ModeSpec& left, const ModeSpec& right) {
+    // 1. larger width
+    if (left.width != right.width)
+        return left.width > right.width;
+    // 2. larger height
+    if (left.height != right.height)
+        return left.height > right.height;
+    // 3. high density; size and density are never both equal
+    return left.isHiDPI && !right.isHiDPI;
+}
+
+} // namespace
+
+std::vector<DisplayMode> modes(CGDirectDisplayID display) {
+    const auto all = CGDisplayCopyAllDisplayModes(
+        display, {{kCGDisplayShowDuplicateLowResolutionModes, kCFBooleanTrue}});
+    if (!all)
+        return {};
+    const WorkingTable table = bestModes(*all);
+    const bool showsRefreshRates = hasSeveralRefreshRates(table);
+
+    std::vector<DisplayMode> catalogue;
+    catalogue.reserve(table.size());
+    for (const auto& [key, candidate] : table) {
+        std::string label = sizeText(candidate.spec);
+        if (hasHighDensityTwin(candidate.spec, table))
+            label += "  (low resolution)";
+        if (showsRefreshRates && candidate.spec.refreshRate >= 1)
+            label += "  " + std::to_string(candidate.spec.refreshRate) + " Hz";
+        catalogue.push_back({candidate.spec, candidate.cg, std::move(label)});
+    }
+    std::ranges::stable_sort(catalogue, standsBefore, &DisplayMode::spec);
+    return catalogue;
+}
+
+std::optional<ModeSpec> currentSpec(CGDirectDisplayID display) {
+    const CGDisplayModeRef mode = CGDisplayCopyDisplayMode(display);
+    return mode != nullptr ? std::optional(specOf(*mode)) : std::nullopt;
+}
+
+} // namespace tsy::DisplayManager

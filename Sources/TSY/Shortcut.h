@@ -1,0 +1,50 @@
+// A global keyboard shortcut, with the program's keyboard vocabulary. Pure computation.
+#pragma once
+
+#include "Platform/Foundation.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace tsy {
+
+/// Bits of `Shortcut::modifiers`, in the positions of the platform's event modifier flags.
+namespace ModifierFlags {
+inline constexpr std::uint64_t shift = 1U << 17U;
+inline constexpr std::uint64_t control = 1U << 18U;
+inline constexpr std::uint64_t option = 1U << 19U;
+inline constexpr std::uint64_t command = 1U << 20U;
+} // namespace ModifierFlags
+
+struct Shortcut {
+    std::uint16_t keyCode = 0;   ///< virtual key code: a place on the keyboard, whatever the layout
+    std::uint64_t modifiers = 0; ///< bits without a name in `ModifierFlags` are kept and ignored
+
+    /// The symbols of the modifiers: control, option, shift, command.
+    std::string modifierString() const;
+
+    /// The modifiers as the hot-key service takes them.
+    std::uint32_t carbonModifiers() const;
+
+    /// The key as a menu item's key equivalent; empty for a key that has none.
+    std::string menuKeyEquivalent() const;
+
+    /// What the user reads: ⌃⌥⌘F14.
+    std::string displayText() const;
+
+    NSData json() const;
+
+    /// Nothing when `data` is not the JSON form of a shortcut with both members.
+    static std::optional<Shortcut> fromJSON(const NSData& data);
+
+    /// The key's name on a US keyboard; "Key " and the code for a key without one.
+    static std::string keyName(std::uint16_t keyCode);
+
+    /// Whether the key is one of F1 to F20.
+    static bool isFunctionKey(std::uint16_t keyCode);
+
+    friend bool operator==(const Shortcut&, const Shortcut&) = default;
+};
+
+} // namespace tsy
