@@ -1,0 +1,74 @@
+#include "Platform/AppKit/NSApplication.h"
+
+#include "Linux/Desktop/TerminationSignals.h"
+#include "Linux/Desktop/XEventSource.h"
+#include "Linux/Session.h"
+#include "Platform/Foundation.h"
+
+#include <QGuiApplication>
+#include <QSessionManager>
+
+#include <cstdlib>
+#include <utility>
+
+namespace {
+
+constexpr int failure = 1;
+
+/// The toolkit ends the process hard when there is no X server, so ours is asked first.
+void openSessionOrExit() {
+    if (tessary::Session::open())
+        return;
+    NSLog("tessary: no X server answers; is DISPLAY set?");
+    std::exit(failure);
+}
+
+/// A program that the session's autostart brings must not be brought a second time by its manager.
+void declineRestart(QSessionManager& manager) {
+    manager.setRestartHint(QSessionManager::RestartNever);
+}
+
+} // namespace
+
+NSApplication& NSApplication::shared() {
+    static auto& application = *new NSApplication;
+    return application;
+}
+
+void NSApplication::setDelegate(std::weak_ptr<NSApplicationDelegate> delegate) {
+    delegate_ = std::move(delegate);
+}
+
+// Panels and docks list windows, and the program has none of its own at start: nothing to set.
+void NSApplication::setActivationPolicy(NSApplicationActivationPolicy /*policy*/) {}
+
+void NSApplication::run() {
+    tessary::TerminationSignals signals;
+    openSessionOrExit();
+    auto& session = *tessary::Session::current();
+
+    int argumentCount = 1;
+    char name[] = "tessary";
+    char* arguments[] = {name, nullptr};
+    QGuiApplication loop(argumentCount, arguments);
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    QGuiApplication::setDesktopFileName(QStringLiteral("org.tessary.Tessary"));
+    QObject::connect(&loop, &QGuiApplication::commitDataRequest, declineRestart);
+    QObject::connect(&loop, &QGuiApplication::aboutToQuit, [this] {
+        if (const auto delegate = delegate_.lock())
+            delegate->applicationWillTerminate();
+    });
+
+    session.displays().restorePermanentModes();
+    signals.watch([] { QCoreApplication::quit(); });
+    const tessary::XEventSource events(session.connection(), [] {
+        NSLog("tessary: the X server is gone");
+        QCoreApplication::exit(failure);
+    });
+    DispatchQueue::mainAsync([this] {
+        if (const auto delegate = delegate_.lock())
+            delegate->applicationDidFinishLaunching();
+    });
+    if (const int status = QGuiApplication::exec(); status != 0)
+        std::exit(status);
+}

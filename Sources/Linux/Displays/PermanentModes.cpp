@@ -1,0 +1,75 @@
+#include "Linux/Displays/PermanentModes.h"
+
+#include "Linux/Store/Database.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tessary {
+
+namespace {
+
+using Values = std::vector<SqlValue>;
+
+/// The columns that say which display is meant.
+Values keyOf(const DisplayRecord& display) {
+    return {std::int64_t{display.vendor}, std::int64_t{display.model}, std::int64_t{display.serial},
+            display.connector};
+}
+
+/// The columns that say which mode is meant: as the hardware times it, whatever the rotation, with
+/// a rate that tells 59.94 Hz from 60 Hz.
+Values modeOf(const ModeRecord& mode) {
+    return {std::int64_t{mode.rawSize.width}, std::int64_t{mode.rawSize.height},
+            std::int64_t{std::llround(mode.rate * 1000)}, std::int64_t{mode.flags}};
+}
+
+/// The mode that a display shows before anybody chose: the first preferred one, else the first.
+const ModeRecord* preferredMode(const DisplayRecord& display) {
+    const auto preferred = std::ranges::find_if(display.modes, &ModeRecord::isPreferred);
+    if (preferred != display.modes.end())
+        return &*preferred;
+    return display.modes.empty() ? nullptr : &display.modes.front();
+}
+
+std::optional<Values> keptMode(Database& database, const DisplayRecord& display) {
+    const auto rows =
+        database.query("SELECT width, height, millihertz, flags FROM permanent_modes "
+                       "WHERE vendor = ? AND model = ? AND serial = ? AND connector = ?",
+                       keyOf(display));
+    return rows.empty() ? std::nullopt : std::optional(rows.front());
+}
+
+} // namespace
+
+void PermanentModes::remember(const DisplayRecord& display) {
+    if (!display.current || keptMode(database_, display) == modeOf(*display.current))
+        return;
+    Values values = keyOf(display);
+    std::ranges::copy(modeOf(*display.current), std::back_inserter(values));
+    database_.execute("INSERT OR REPLACE INTO permanent_modes "
+                      "(vendor, model, serial, connector, width, height, millihertz, flags) "
+                      "VALUES (?, ?, ?, ?, ?, ?, ?, ?)",
+                      values);
+}
+
+void PermanentModes::forget(const DisplayRecord& display) {
+    if (keptMode(database_, display))
+        database_.execute("DELETE FROM permanent_modes "
+                          "WHERE vendor = ? AND model = ? AND serial = ? AND connector = ?",
+                          keyOf(display));
+}
+
+std::optional<ModeChange> PermanentModes::due(const DisplayRecord& display) const {
+    const auto kept = keptMode(database_, display);
+    const ModeRecord* preferred = preferredMode(display);
+    if (!kept || preferred == nullptr || !display.current || display.current->id != preferred->id)
+        return std::nullopt;
+    const auto mode = std::ranges::find_if(
+        display.modes, [&](const ModeRecord& candidate) { return modeOf(candidate) == *kept; });
+    if (mode == display.modes.end() || mode->id == preferred->id)
+        return std::nullopt;
+    return ModeChange{display.id, mode->id};
+}
+
+} // namespace tessary

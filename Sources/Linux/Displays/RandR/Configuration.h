@@ -1,0 +1,91 @@
+// The X server's display configuration as one value, read with RandR.
+#pragma once
+
+#include "Linux/Displays/DisplayRecord.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <xcb/randr.h>
+
+namespace tessary {
+
+class XConnection;
+
+/// The panning of a CRTC, in the words of RandR; all 0 when there is none.
+struct Panning {
+    std::uint16_t left = 0, top = 0, width = 0, height = 0;
+    std::uint16_t trackLeft = 0, trackTop = 0, trackWidth = 0, trackHeight = 0;
+    std::int16_t borderLeft = 0, borderTop = 0, borderRight = 0, borderBottom = 0;
+
+    friend bool operator==(const Panning&, const Panning&) = default;
+};
+
+struct CrtcState {
+    xcb_randr_crtc_t id = XCB_NONE;
+    PixelRect frame;
+    xcb_randr_mode_t mode = XCB_NONE; ///< none: the CRTC is off
+    std::uint16_t rotation = XCB_RANDR_ROTATION_ROTATE_0;
+    std::vector<xcb_randr_output_t> outputs;
+    Panning panning;
+    bool isTransformed = false; ///< by anything but the identity
+
+    friend bool operator==(const CrtcState&, const CrtcState&) = default;
+};
+
+struct OutputState {
+    xcb_randr_output_t id = XCB_NONE;
+    std::string name;
+    xcb_randr_crtc_t crtc = XCB_NONE;
+    bool isConnected = false; ///< not known to be disconnected
+    bool isDesktop = true;    ///< false for head-mounted displays and the like
+    std::string connectorType;
+    std::vector<std::uint8_t> edid;
+    std::vector<xcb_randr_mode_t> modes;
+    std::size_t preferredModes = 0; ///< how many of `modes`, from the first, are preferred
+};
+
+struct ModeTiming {
+    xcb_randr_mode_t id = XCB_NONE;
+    PixelSize size;
+    double rate = 0; ///< hertz
+    std::uint32_t flags = 0;
+};
+
+struct SizeRange {
+    PixelSize least;
+    PixelSize most;
+
+    bool contains(PixelSize size) const {
+        return size.width >= least.width && size.width <= most.width &&
+               size.height >= least.height && size.height <= most.height;
+    }
+};
+
+struct Configuration {
+    xcb_timestamp_t time = XCB_CURRENT_TIME; ///< the configuration's, for requests that refer to it
+    PixelSize screen;
+    SizeRange screenRange;
+    xcb_randr_output_t primary = XCB_NONE;
+    std::vector<CrtcState> crtcs;
+    std::vector<OutputState> outputs; ///< in the server's order
+    std::vector<ModeTiming> modes;
+
+    const CrtcState* crtc(xcb_randr_crtc_t id) const;
+    const OutputState* output(xcb_randr_output_t id) const;
+    const ModeTiming* mode(xcb_randr_mode_t id) const;
+};
+
+/// `current` is what the server has on record and costs microseconds; `probed` asks the hardware
+/// and may take seconds.
+enum class Probing { current, probed };
+
+/// Reads the configuration. Nothing when the server does not answer.
+std::optional<Configuration> readConfiguration(const XConnection& connection, Probing probing);
+
+/// The active displays of a configuration.
+DisplayRecords displaysOf(const Configuration& configuration);
+
+} // namespace tessary

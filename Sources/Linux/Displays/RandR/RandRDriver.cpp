@@ -1,0 +1,192 @@
+#include "Linux/Displays/RandR/RandRDriver.h"
+
+#include "Linux/Displays/RandR/Planning.h"
+#include "Linux/Store/Database.h"
+#include "Linux/X11/Reply.h"
+#include "Platform/Foundation.h"
+
+#include <string_view>
+#include <utility>
+
+namespace tessary {
+
+namespace {
+
+void selectEvents(const XConnection& x) {
+    xcb_randr_select_input(x.get(), x.root(),
+                           XCB_RANDR_NOTIFY_MASK_SCREEN_CHANGE | XCB_RANDR_NOTIFY_MASK_CRTC_CHANGE |
+                               XCB_RANDR_NOTIFY_MASK_OUTPUT_CHANGE |
+                               XCB_RANDR_NOTIFY_MASK_OUTPUT_PROPERTY |
+                               XCB_RANDR_NOTIFY_MASK_RESOURCE_CHANGE);
+}
+
+/// Nothing for a size that says nothing, as virtual screens report it.
+std::optional<Density> densityOf(PixelSize pixels, PixelSize millimetres) {
+    if (pixels.width == 0 || pixels.height == 0 || millimetres.width == 0 ||
+        millimetres.height == 0)
+        return std::nullopt;
+    return Density{static_cast<double>(pixels.width) / millimetres.width,
+                   static_cast<double>(pixels.height) / millimetres.height};
+}
+
+bool showsSomething(const Configuration& configuration) {
+    return !configuration.outputs.empty() && !configuration.modes.empty();
+}
+
+} // namespace
+
+std::unique_ptr<RandRDriver> RandRDriver::make(XConnection& connection) {
+    selectEvents(connection); // first: nothing that happens after the reading may be missed
+    auto configuration = readConfiguration(connection, Probing::current);
+    if (configuration && !showsSomething(*configuration))
+        configuration = readConfiguration(connection, Probing::probed);
+    if (!configuration)
+        return nullptr;
+    return std::unique_ptr<RandRDriver>(new RandRDriver(connection, std::move(*configuration)));
+}
+
+RandRDriver::RandRDriver(XConnection& connection, Configuration configuration)
+    : connection_(connection),
+      permanentModes_(Database::shared()),
+      configuration_(std::move(configuration)),
+      displays_(displaysOf(configuration_)),
+      reported_(displays_) {
+    firstEvent_ = xcb_get_extension_data(connection.get(), &xcb_randr_id)->first_event;
+    const xcb_screen_t& screen = connection.screen();
+    if (const auto density = densityOf({screen.width_in_pixels, screen.height_in_pixels},
+                                       {screen.width_in_millimeters, screen.height_in_millimeters}))
+        density_ = *density;
+    connection.addClient(*this);
+}
+
+const DisplayRecords& RandRDriver::displays() {
+    refresh();
+    return displays_;
+}
+
+void RandRDriver::note(const xcb_generic_event_t& event) {
+    const int type = event.response_type & 0x7F;
+    if (type == firstEvent_ + XCB_RANDR_SCREEN_CHANGE_NOTIFY) {
+        const auto& change = reinterpret_cast<const xcb_randr_screen_change_notify_event_t&>(event);
+        const PixelSize size{change.width, change.height};
+        const auto density = densityOf(size, {change.mwidth, change.mheight});
+        if (density && size != ownScreenSize_) // our own sizes are rounded to whole millimetres
+            density_ = *density;
+        isStale_ = true;
+    } else if (type == firstEvent_ + XCB_RANDR_NOTIFY) {
+        isStale_ = true;
+    }
+}
+
+void RandRDriver::refresh() {
+    connection_.drain();
+    // Reading waits for replies, behind which further events may have arrived; a server that never
+    // rests is looked at again from the event loop.
+    constexpr int rounds = 5;
+    for (int round = 0; isStale_ && round < rounds; ++round)
+        if (!reread())
+            return;
+}
+
+bool RandRDriver::reread() {
+    isStale_ = false;
+    auto configuration = readConfiguration(connection_, Probing::current);
+    if (!configuration)
+        return false;
+    see(std::move(*configuration));
+    connection_.drain();
+    return true;
+}
+
+void RandRDriver::see(Configuration configuration) {
+    const DisplayRecords before = std::exchange(displays_, displaysOf(configuration));
+    configuration_ = std::move(configuration);
+    for (const DisplayRecord& display : displays_)
+        if (const DisplayRecord* old = findDisplay(before, display.id);
+            old != nullptr && old->current != display.current)
+            permanentModes_.forget(display); // our own switches are in the picture already
+}
+
+Outcome RandRDriver::attempt(const std::vector<ModeChange>& changes) {
+    const auto after = planned(configuration_, changes);
+    if (!after)
+        return Outcome::refused;
+    const auto pointer = connection_.pointer();
+    const auto pointerAfter =
+        pointer ? plannedPointer(*pointer, configuration_, *after) : std::nullopt;
+    const Outcome outcome =
+        carryOut(connection_, {configuration_, *after, pointer, pointerAfter}, density_);
+    if (outcome == Outcome::done) {
+        ownScreenSize_ = after->screen;
+        configuration_ = *after;
+        displays_ = displaysOf(configuration_);
+    }
+    return outcome;
+}
+
+bool RandRDriver::apply(const std::vector<ModeChange>& changes, Permanence permanence) {
+    Outcome outcome = attempt(changes);
+    if (outcome == Outcome::stale) {
+        reread();
+        outcome = attempt(changes);
+    }
+    if (outcome != Outcome::done) {
+        reread(); // a mode that somebody deleted comes with no event
+        return false;
+    }
+    if (permanence == Permanence::permanent)
+        for (const ModeChange& change : changes)
+            if (const DisplayRecord* display = findDisplay(displays_, change.display))
+                permanentModes_.remember(*display);
+    return true;
+}
+
+void RandRDriver::restore(const DisplayRecord& display) {
+    const auto change = permanentModes_.due(display);
+    if (change && !apply({*change}, Permanence::untilLogOut))
+        NSLog("tessary: " + display.connector + " refused its permanent mode");
+}
+
+void RandRDriver::restorePermanentModes() {
+    if (!claimSession())
+        return;
+    const DisplayRecords displays = displays_; // restoring one changes the list
+    for (const DisplayRecord& display : displays)
+        restore(display);
+    reported_ = displays_;
+}
+
+/// True once per X session: the mark on the root window goes with the server.
+bool RandRDriver::claimSession() {
+    constexpr std::string_view mark = "_TESSARY_MODES_RESTORED";
+    auto* x = connection_.get();
+    const XReply<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(
+        x, xcb_intern_atom(x, 0, static_cast<std::uint16_t>(mark.size()), mark.data()), nullptr));
+    if (!atom)
+        return false;
+    const XReply<xcb_get_property_reply_t> property(xcb_get_property_reply(
+        x, xcb_get_property(x, 0, connection_.root(), atom->atom, XCB_ATOM_CARDINAL, 0, 1),
+        nullptr));
+    if (property && property->type != XCB_NONE)
+        return false;
+    constexpr std::uint32_t done = 1;
+    xcb_change_property(x, XCB_PROP_MODE_REPLACE, connection_.root(), atom->atom, XCB_ATOM_CARDINAL,
+                        32, 1, &done);
+    xcb_flush(x);
+    return true;
+}
+
+void RandRDriver::deliver() {
+    refresh();
+    const DisplayRecords displays = displays_;
+    for (const DisplayRecord& display : displays)
+        if (findDisplay(reported_, display.id) == nullptr)
+            restore(display);
+    const auto changed = changedDisplays(reported_, displays_);
+    reported_ = displays_;
+    if (report_)
+        for (const CGDirectDisplayID display : changed)
+            report_(display);
+}
+
+} // namespace tessary

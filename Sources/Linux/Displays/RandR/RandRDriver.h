@@ -1,0 +1,55 @@
+#pragma once
+
+#include "Linux/Displays/DisplayDriver.h"
+#include "Linux/Displays/PermanentModes.h"
+#include "Linux/Displays/RandR/Configuration.h"
+#include "Linux/Displays/RandR/Transaction.h"
+#include "Linux/X11/XConnection.h"
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace tessary {
+
+/// Displays of an X server. Keeps a picture of them that the server's own events keep current, so
+/// that looking at the displays asks the server nothing.
+class RandRDriver : public DisplayDriver, public XEventClient {
+public:
+    /// Nothing when the server does not answer. The driver lives as long as the connection.
+    static std::unique_ptr<RandRDriver> make(XConnection& connection);
+
+    const DisplayRecords& displays() override;
+    const DisplayRecords& lastDisplays() const override { return displays_; }
+    bool apply(const std::vector<ModeChange>& changes, Permanence permanence) override;
+    void restorePermanentModes() override;
+    void setReportHandler(ReportHandler handler) override { report_ = std::move(handler); }
+    bool canGrabKeys() const override { return true; }
+
+    void note(const xcb_generic_event_t& event) override;
+    bool hasWork() const override { return isStale_ || reported_ != displays_; }
+    void deliver() override;
+
+private:
+    RandRDriver(XConnection& connection, Configuration configuration);
+
+    void refresh();
+    void see(Configuration configuration);
+    bool reread();
+    Outcome attempt(const std::vector<ModeChange>& changes);
+    void restore(const DisplayRecord& display);
+    bool claimSession();
+
+    XConnection& connection_;
+    PermanentModes permanentModes_;
+    std::uint8_t firstEvent_ = 0; ///< RandR's, as the server numbers its events
+    Density density_;
+    std::optional<PixelSize> ownScreenSize_; ///< the last one that we set
+    Configuration configuration_;
+    DisplayRecords displays_; ///< what configuration_ means
+    DisplayRecords reported_; ///< what the program was last told
+    bool isStale_ = false;    ///< something changed since configuration_ was read
+    ReportHandler report_;
+};
+
+} // namespace tessary

@@ -1,0 +1,210 @@
+#include "Linux/Displays/RandR/Transaction.h"
+
+#include "Linux/X11/Reply.h"
+#include "Linux/X11/XConnection.h"
+
+#include <algorithm>
+#include <cmath>
+#include <tuple>
+#include <vector>
+
+namespace tessary {
+
+namespace {
+
+bool fits(const PixelRect& rect, PixelSize screen) {
+    return rect.right() <= screen.width && rect.bottom() <= screen.height;
+}
+
+std::uint32_t millimetres(int pixels, double perMillimetre) {
+    return static_cast<std::uint32_t>(std::lround(pixels / perMillimetre));
+}
+
+/// Which CRTCs are turned off before the screen gets its new size.
+enum class TurnOff {
+    whatWillNotFit, ///< or the server refuses to shrink the screen
+    whatChanges,    ///< some servers refuse a size under an active CRTC without need
+};
+
+/// The requests of one transition, sent as they are made; the answers are read afterwards.
+class Batch {
+public:
+    Batch(const XConnection& x, const Configuration& before, const Configuration& after,
+          const Density& density)
+        : x_(x), before_(before), after_(after), density_(density) {
+        xcb_grab_server(x_.get());
+    }
+
+    void changeScreen(TurnOff turnOff) {
+        for (const CrtcState& crtc : before_.crtcs)
+            if (crtc.mode != XCB_NONE && mustGoOff(crtc, turnOff))
+                turnOffCrtc(crtc.id);
+        if (before_.screen != after_.screen || turnOff == TurnOff::whatChanges)
+            setScreenSize();
+        for (const CrtcState& crtc : after_.crtcs)
+            if (crtc.mode != XCB_NONE && (changes(crtc.id) || wasTurnedOff(crtc.id)))
+                set(crtc);
+    }
+
+    void movePointer(const Transition& transition) {
+        const auto& [before, after] = std::tie(transition.pointerBefore, transition.pointerAfter);
+        if (after && (after != before || lostPointer(*before)))
+            xcb_warp_pointer(x_.get(), XCB_NONE, x_.root(), 0, 0, 0, 0,
+                             static_cast<std::int16_t>(after->x),
+                             static_cast<std::int16_t>(after->y));
+    }
+
+    Outcome finish() {
+        xcb_ungrab_server(x_.get());
+        xcb_flush(x_.get());
+        Outcome outcome = Outcome::done;
+        for (const auto cookie : crtcCookies_)
+            note(outcome, crtcOutcome(cookie));
+        // The replies above prove that the server is past these requests: no further round trip.
+        for (const auto cookie : screenCookies_)
+            if (const XReply<xcb_generic_error_t> error{xcb_request_check(x_.get(), cookie)})
+                screenWasRefused_ = true;
+        if (screenWasRefused_)
+            note(outcome, Outcome::refused);
+        return outcome;
+    }
+
+    bool screenWasRefused() const { return screenWasRefused_; }
+
+private:
+    static void note(Outcome& outcome, Outcome next) {
+        if (outcome != Outcome::stale && next != Outcome::done)
+            outcome = next;
+    }
+
+    bool changes(xcb_randr_crtc_t id) const {
+        const CrtcState* before = before_.crtc(id);
+        const CrtcState* after = after_.crtc(id);
+        return before == nullptr || after == nullptr || *before != *after;
+    }
+
+    bool mustGoOff(const CrtcState& crtc, TurnOff turnOff) const {
+        return turnOff == TurnOff::whatChanges ? changes(crtc.id)
+                                               : !fits(crtc.frame, after_.screen);
+    }
+
+    bool wasTurnedOff(xcb_randr_crtc_t id) const {
+        return std::ranges::find(turnedOff_, id) != turnedOff_.end();
+    }
+
+    /// Turning a CRTC off throws the pointer that was on it onto another display.
+    bool lostPointer(PixelPoint pointer) const {
+        return std::ranges::any_of(turnedOff_, [&](xcb_randr_crtc_t id) {
+            return before_.crtc(id)->frame.contains(pointer);
+        });
+    }
+
+    void turnOffCrtc(xcb_randr_crtc_t id) {
+        CrtcState off;
+        off.id = id;
+        set(off);
+        turnedOff_.push_back(id);
+    }
+
+    void set(const CrtcState& crtc) {
+        const CrtcState* before = before_.crtc(crtc.id);
+        const bool pans = crtc.panning != Panning{};
+        if (before != nullptr && before->panning != Panning{} && !pans)
+            setPanning(crtc); // first: it would hold the CRTC at its old place
+        crtcCookies_.push_back(xcb_randr_set_crtc_config(
+            x_.get(), crtc.id, XCB_CURRENT_TIME, after_.time,
+            static_cast<std::int16_t>(crtc.frame.x), static_cast<std::int16_t>(crtc.frame.y),
+            crtc.mode, crtc.rotation, static_cast<std::uint32_t>(crtc.outputs.size()),
+            crtc.outputs.data()));
+        if (pans)
+            setPanning(crtc);
+    }
+
+    void setPanning(const CrtcState& crtc) {
+        const Panning& p = crtc.panning;
+        const auto cookie =
+            xcb_randr_set_panning(x_.get(), crtc.id, XCB_CURRENT_TIME, p.left, p.top, p.width,
+                                  p.height, p.trackLeft, p.trackTop, p.trackWidth, p.trackHeight,
+                                  p.borderLeft, p.borderTop, p.borderRight, p.borderBottom);
+        xcb_discard_reply(x_.get(), cookie.sequence);
+    }
+
+    void setScreenSize() {
+        const auto [width, height] = after_.screen;
+        screenCookies_.push_back(xcb_randr_set_screen_size_checked(
+            x_.get(), x_.root(), static_cast<std::uint16_t>(width),
+            static_cast<std::uint16_t>(height), millimetres(width, density_.horizontal),
+            millimetres(height, density_.vertical)));
+    }
+
+    Outcome crtcOutcome(xcb_randr_set_crtc_config_cookie_t cookie) const {
+        const XReply<xcb_randr_set_crtc_config_reply_t> reply(
+            xcb_randr_set_crtc_config_reply(x_.get(), cookie, nullptr));
+        if (!reply)
+            return Outcome::refused;
+        switch (reply->status) {
+        case XCB_RANDR_SET_CONFIG_SUCCESS:
+            return Outcome::done;
+        case XCB_RANDR_SET_CONFIG_INVALID_CONFIG_TIME:
+        case XCB_RANDR_SET_CONFIG_INVALID_TIME:
+            return Outcome::stale;
+        default:
+            return Outcome::refused;
+        }
+    }
+
+    const XConnection& x_;
+    const Configuration& before_;
+    const Configuration& after_;
+    const Density& density_;
+    std::vector<xcb_randr_set_crtc_config_cookie_t> crtcCookies_;
+    std::vector<xcb_void_cookie_t> screenCookies_;
+    std::vector<xcb_randr_crtc_t> turnedOff_;
+    bool screenWasRefused_ = false;
+};
+
+struct Attempt {
+    Outcome outcome = Outcome::done;
+    bool screenWasRefused = false;
+};
+
+Attempt attempt(const XConnection& connection, const Transition& transition, const Density& density,
+                TurnOff turnOff) {
+    Batch batch(connection, transition.before, transition.after, density);
+    batch.changeScreen(turnOff);
+    batch.movePointer(transition);
+    const Outcome outcome = batch.finish();
+    return {outcome, batch.screenWasRefused()};
+}
+
+xcb_timestamp_t configurationTime(const XConnection& x) {
+    const XReply<xcb_randr_get_screen_resources_current_reply_t> reply(
+        xcb_randr_get_screen_resources_current_reply(
+            x.get(), xcb_randr_get_screen_resources_current(x.get(), x.root()), nullptr));
+    return reply ? reply->config_timestamp : XCB_CURRENT_TIME;
+}
+
+/// Whatever the failed attempt did: everything that it may have touched is set once more.
+void putBack(const XConnection& connection, const Transition& transition, const Density& density) {
+    Configuration old = transition.before;
+    old.time = configurationTime(connection); // a stale one would be refused again
+    const Transition back{transition.after, old, transition.pointerAfter, transition.pointerBefore};
+    attempt(connection, back, density, TurnOff::whatChanges);
+}
+
+} // namespace
+
+Outcome carryOut(const XConnection& connection, const Transition& transition,
+                 const Density& density) {
+    auto [outcome, screenWasRefused] =
+        attempt(connection, transition, density, TurnOff::whatWillNotFit);
+    if (screenWasRefused) {
+        putBack(connection, transition, density);
+        outcome = attempt(connection, transition, density, TurnOff::whatChanges).outcome;
+    }
+    if (outcome != Outcome::done)
+        putBack(connection, transition, density);
+    return outcome;
+}
+
+} // namespace tessary

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "Linux/Displays/RandR/Configuration.h"
+
+#include <optional>
+
+namespace tessary {
+
+/// Pixels per millimetre of the X screen. Kept over every switch, or the fonts of all clients jump.
+struct Density {
+    double horizontal = 96 / 25.4;
+    double vertical = 96 / 25.4;
+};
+
+/// One change of the server's configuration.
+struct Transition {
+    const Configuration& before;
+    const Configuration& after;
+    std::optional<PixelPoint> pointerBefore; ///< nothing: it is elsewhere and stays there
+    std::optional<PixelPoint> pointerAfter;
+};
+
+enum class Outcome {
+    done,
+    stale, ///< refused because the configuration is no longer the one before
+    refused,
+};
+
+/// Carries the transition out under a server grab, so that nobody sees a part of it. All requests
+/// are sent before the first reply is read: a killed program leaves no display dark. Anything but
+/// `done` has put the old configuration back.
+Outcome carryOut(const XConnection& connection, const Transition& transition,
+                 const Density& density);
+
+} // namespace tessary

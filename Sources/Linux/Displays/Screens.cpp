@@ -1,0 +1,43 @@
+#include "Linux/Displays/ScreenCoordinates.h"
+#include "Linux/Session.h"
+#include "Platform/AppKit/NSEvent.h"
+#include "Platform/AppKit/NSScreen.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace {
+
+using tessary::DisplayRecord;
+using tessary::DisplayRecords;
+using tessary::PixelRect;
+
+PixelRect mainFrame(const DisplayRecords& displays) {
+    const auto main = std::ranges::find_if(displays, &DisplayRecord::isMain);
+    return main != displays.end() ? main->frame : PixelRect{};
+}
+
+} // namespace
+
+std::vector<NSScreen> NSScreen::screens() {
+    auto* session = tessary::Session::current();
+    if (session == nullptr)
+        return {};
+    const DisplayRecords& displays = session->displays().lastDisplays();
+    const PixelRect main = mainFrame(displays);
+    std::vector<NSScreen> screens;
+    for (const DisplayRecord& display : displays)
+        screens.push_back({tessary::globalFrame(display.frame, main),
+                           display.name,
+                           {{"NSScreenNumber", display.id}}});
+    return screens;
+}
+
+CGPoint NSEvent::mouseLocation() {
+    constexpr double nowhere = -std::numeric_limits<double>::infinity();
+    auto* session = tessary::Session::current();
+    const auto pointer = session != nullptr ? session->connection().pointer() : std::nullopt;
+    if (!pointer)
+        return {nowhere, nowhere};
+    return tessary::globalPoint(*pointer, mainFrame(session->displays().displays()));
+}

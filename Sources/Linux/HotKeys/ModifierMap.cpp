@@ -1,0 +1,115 @@
+#include "Linux/HotKeys/ModifierMap.h"
+
+#include "Linux/X11/Reply.h"
+#include "Linux/X11/XConnection.h"
+#include "Platform/Carbon.h"
+
+#include <algorithm>
+#include <initializer_list>
+#include <span>
+
+namespace tessary {
+
+namespace {
+
+// From X11/keysymdef.h
+constexpr xcb_keysym_t scrollLockSym = 0xFF14;
+constexpr xcb_keysym_t numLockSym = 0xFF7F;
+constexpr xcb_keysym_t altLeftSym = 0xFFE9;
+constexpr xcb_keysym_t altRightSym = 0xFFEA;
+constexpr xcb_keysym_t superLeftSym = 0xFFEB;
+constexpr xcb_keysym_t superRightSym = 0xFFEC;
+
+/// The two tables of the core protocol: which key codes carry which modifier, and which symbols a
+/// key code has.
+class Keymap {
+public:
+    explicit Keymap(const XConnection& x) {
+        const auto* setup = xcb_get_setup(x.get());
+        firstKey_ = setup->min_keycode;
+        const auto modifiersCookie = xcb_get_modifier_mapping(x.get());
+        const auto symbolsCookie = xcb_get_keyboard_mapping(
+            x.get(), firstKey_, static_cast<std::uint8_t>(setup->max_keycode - firstKey_ + 1));
+        modifiers_.reset(xcb_get_modifier_mapping_reply(x.get(), modifiersCookie, nullptr));
+        symbols_.reset(xcb_get_keyboard_mapping_reply(x.get(), symbolsCookie, nullptr));
+    }
+
+    bool isComplete() const { return modifiers_ && symbols_; }
+
+    /// The modifier bits of the keys that have one of the symbols.
+    std::uint16_t modifiersOf(std::initializer_list<xcb_keysym_t> wanted) const {
+        constexpr unsigned modifierCount = 8;
+        const unsigned width = modifiers_->keycodes_per_modifier;
+        const auto* keys = xcb_get_modifier_mapping_keycodes(modifiers_.get());
+        unsigned bits = 0;
+        for (unsigned modifier = 0; modifier < modifierCount; ++modifier)
+            for (unsigned i = 0; i < width; ++i)
+                if (hasSymbol(keys[modifier * width + i], wanted))
+                    bits |= 1U << modifier;
+        return static_cast<std::uint16_t>(bits);
+    }
+
+private:
+    bool hasSymbol(xcb_keycode_t key, std::initializer_list<xcb_keysym_t> wanted) const {
+        if (key < firstKey_)
+            return false; // 0 stands for an empty place
+        const std::size_t width = symbols_->keysyms_per_keycode;
+        const std::span all(xcb_get_keyboard_mapping_keysyms(symbols_.get()), symbols_->length);
+        const std::size_t first = (key - firstKey_) * width;
+        if (first + width > all.size())
+            return false;
+        const auto symbols = all.subspan(first, width);
+        return std::ranges::find_first_of(symbols, wanted) != symbols.end();
+    }
+
+    xcb_keycode_t firstKey_ = 0;
+    XReply<xcb_get_modifier_mapping_reply_t> modifiers_;
+    XReply<xcb_get_keyboard_mapping_reply_t> symbols_;
+};
+
+} // namespace
+
+std::optional<ModifierMap> ModifierMap::read(const XConnection& connection) {
+    const Keymap keymap(connection);
+    if (!keymap.isComplete())
+        return std::nullopt;
+    return ModifierMap{keymap.modifiersOf({altLeftSym, altRightSym}),
+                       keymap.modifiersOf({superLeftSym, superRightSym}),
+                       keymap.modifiersOf({numLockSym}), keymap.modifiersOf({scrollLockSym})};
+}
+
+std::optional<std::uint16_t> ModifierMap::xModifiers(std::uint32_t carbonModifiers) const {
+    struct Row {
+        std::uint32_t carbon;
+        std::uint16_t x;
+    };
+    unsigned bits = 0;
+    for (const Row& row : {Row{shiftKey, XCB_MOD_MASK_SHIFT}, Row{controlKey, XCB_MOD_MASK_CONTROL},
+                           Row{optionKey, option}, Row{cmdKey, command}}) {
+        if ((carbonModifiers & row.carbon) == 0)
+            continue;
+        if (row.x == 0)
+            return std::nullopt;
+        bits |= row.x;
+    }
+    return static_cast<std::uint16_t>(bits);
+}
+
+std::uint16_t ModifierMap::locks() const {
+    return static_cast<std::uint16_t>(XCB_MOD_MASK_LOCK | numLock | scrollLock);
+}
+
+std::vector<std::uint16_t> ModifierMap::lockSubsets() const {
+    std::vector<std::uint16_t> subsets;
+    for (unsigned subset = 0; subset <= locks(); ++subset)
+        if ((subset & ~unsigned{locks()}) == 0)
+            subsets.push_back(static_cast<std::uint16_t>(subset));
+    return subsets;
+}
+
+std::uint16_t ModifierMap::withoutLocks(std::uint16_t state) const {
+    constexpr unsigned modifierBits = 0xFF;
+    return static_cast<std::uint16_t>(state & modifierBits & ~unsigned{locks()});
+}
+
+} // namespace tessary

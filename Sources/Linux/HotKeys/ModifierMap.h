@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace tessary {
+
+class XConnection;
+
+/// Which modifier bits of the X server stand for what, in the current keymap. 0: no key has it.
+struct ModifierMap {
+    std::uint16_t option = 0;  ///< Alt
+    std::uint16_t command = 0; ///< Super
+    std::uint16_t numLock = 0;
+    std::uint16_t scrollLock = 0;
+
+    /// Reads the map from the server; nothing when it does not answer.
+    static std::optional<ModifierMap> read(const XConnection& connection);
+
+    /// The X modifiers of hot-key modifiers; nothing when the keymap lacks one of them.
+    std::optional<std::uint16_t> xModifiers(std::uint32_t carbonModifiers) const;
+
+    /// Every combination of lock modifiers that may be on while a hot key is pressed.
+    std::vector<std::uint16_t> lockSubsets() const;
+
+    /// An event's state without the locks and the mouse buttons.
+    std::uint16_t withoutLocks(std::uint16_t state) const;
+
+    friend bool operator==(const ModifierMap&, const ModifierMap&) = default;
+
+private:
+    std::uint16_t locks() const;
+};
+
+} // namespace tessary

@@ -1,0 +1,67 @@
+// The file that holds everything we remember over restarts.
+#pragma once
+
+#include "Linux/Store/SqlConnection.h"
+
+#include <sys/types.h>
+
+#include <filesystem>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace tessary {
+
+/// The SQLite file "defaults.sqlite" of a folder, opened on first use. Its tables:
+///
+///     defaults(key, value)
+///     permanent_modes(vendor, model, serial, connector, width, height, millihertz, flags)
+///
+/// A damaged file is set aside under a new name, and a fresh one takes its place. When the file
+/// cannot be written or made, a copy in memory serves for this run. One that was deleted or
+/// replaced meanwhile is opened anew. Each of these and each failure is one line in the log. Main
+/// thread only.
+class Database {
+public:
+    /// The database in the user's configuration folder; never destroyed.
+    static Database& shared();
+
+    /// A database of its own in `folder`, which is made with its parents when it is missing.
+    explicit Database(const std::filesystem::path& folder);
+
+    /// Runs one statement that changes something. On return the change outlasts a loss of power.
+    /// Waits at most 100 ms for another process. False when nothing was changed.
+    bool execute(std::string_view sql, const std::vector<SqlValue>& values = {});
+
+    /// The rows of one statement. None when it fails.
+    std::vector<Row> query(std::string_view sql, const std::vector<SqlValue>& values = {});
+
+    Database(const Database&) = delete;
+    Database& operator=(const Database&) = delete;
+
+private:
+    struct FileIdentity {
+        dev_t device = 0;
+        ino_t inode = 0;
+
+        friend bool operator==(const FileIdentity&, const FileIdentity&) = default;
+    };
+
+    static std::optional<FileIdentity> identityOf(const std::filesystem::path& file);
+
+    bool isFileOurs() const { return identity_ == identityOf(path_); }
+    int run(std::string_view sql, const std::vector<SqlValue>& values, std::vector<Row>& rows);
+    int attempt(std::string_view sql, const std::vector<SqlValue>& values, std::vector<Row>& rows);
+    int open();
+    int openFile();
+    int openInMemory();
+    bool copyFrom(const std::string& uri);
+    int check();
+    bool setAside();
+
+    std::filesystem::path path_;
+    std::optional<FileIdentity> identity_; ///< of the open file; none while in memory
+    SqlConnection connection_;
+};
+
+} // namespace tessary

@@ -1,0 +1,57 @@
+// One open SQLite database and the statements that were prepared on it.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace tessary {
+
+/// NULL, an integer, text or bytes. A number with a fraction, which we never store, reads as NULL.
+using SqlValue = std::variant<std::monostate, std::int64_t, std::string, std::vector<std::uint8_t>>;
+
+using Row = std::vector<SqlValue>;
+
+/// Answers are SQLite's primary result codes; SQLITE_OK is success.
+class SqlConnection {
+public:
+    /// Closes what was open and opens `name` with the SQLITE_OPEN_ flags.
+    int open(const std::string& name, int flags);
+
+    /// Leaves all files where they are. Not open is no failure.
+    void close();
+
+    bool isOpen() const { return handle_ != nullptr; }
+
+    /// Whether the file could be opened for reading only.
+    bool isReadOnly() const;
+
+    /// Runs the statements of a text that needs no values and drops their rows.
+    int runScript(const char* sql);
+
+    /// Runs one statement, which stays prepared until `close`, and appends its rows to `rows`.
+    int run(std::string_view sql, const std::vector<SqlValue>& values, std::vector<Row>& rows);
+
+private:
+    struct Close {
+        void operator()(sqlite3* handle) const;
+    };
+    struct Finalize {
+        void operator()(sqlite3_stmt* statement) const;
+    };
+    using Statement = std::unique_ptr<sqlite3_stmt, Finalize>;
+
+    int prepare(std::string_view sql, sqlite3_stmt*& statement);
+
+    std::unique_ptr<sqlite3, Close> handle_;
+    std::map<std::string, Statement, std::less<>> statements_; ///< gone before their connection
+};
+
+} // namespace tessary

@@ -1,0 +1,45 @@
+#include "Linux/X11/XConnection.h"
+
+#include "Linux/X11/Reply.h"
+
+#include <algorithm>
+
+namespace tessary {
+
+std::unique_ptr<XConnection> XConnection::open() {
+    int screenNumber = 0;
+    Handle connection(xcb_connect(nullptr, &screenNumber));
+    if (xcb_connection_has_error(connection.get()) != 0)
+        return nullptr;
+    auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection.get()));
+    for (; screenNumber > 0 && screens.rem > 1; --screenNumber)
+        xcb_screen_next(&screens);
+    return std::unique_ptr<XConnection>(new XConnection(std::move(connection), *screens.data));
+}
+
+void XConnection::drain() {
+    while (const XReply<xcb_generic_event_t> event{xcb_poll_for_event(get())})
+        for (XEventClient* client : clients_)
+            client->note(*event);
+}
+
+bool XConnection::hasWork() const {
+    return std::ranges::any_of(clients_, &XEventClient::hasWork);
+}
+
+void XConnection::deliver() {
+    for (XEventClient* client : clients_)
+        client->deliver();
+}
+
+std::optional<PixelPoint> XConnection::pointer() const {
+    if (press_)
+        return press_->pointer;
+    const XReply<xcb_query_pointer_reply_t> reply(
+        xcb_query_pointer_reply(get(), xcb_query_pointer(get(), root()), nullptr));
+    if (!reply || reply->same_screen == 0)
+        return std::nullopt;
+    return PixelPoint{reply->root_x, reply->root_y};
+}
+
+} // namespace tessary

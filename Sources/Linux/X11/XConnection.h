@@ -1,0 +1,82 @@
+// The X connection that hot keys and display changes share, so that their events arrive in the
+// server's order. The toolkit has another one of its own.
+#pragma once
+
+#include "Linux/Displays/Geometry.h"
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include <xcb/xcb.h>
+
+namespace tessary {
+
+/// Somebody who wants the connection's events.
+class XEventClient {
+public:
+    virtual ~XEventClient() = default;
+
+    /// Takes notice of an event; must not call the program.
+    virtual void note(const xcb_generic_event_t& event) = 0;
+
+    /// Whether `deliver` has anything to do.
+    virtual bool hasWork() const = 0;
+
+    /// Calls the program about what was noted. Only ever called from the event loop.
+    virtual void deliver() = 0;
+};
+
+class XConnection {
+public:
+    /// Connects to the server that the environment names. Nothing when it does not answer.
+    static std::unique_ptr<XConnection> open();
+
+    xcb_connection_t* get() const { return connection_.get(); }
+    const xcb_screen_t& screen() const { return *screen_; }
+    xcb_window_t root() const { return screen_->root; }
+
+    /// Clients are called in the order in which they were added and must outlive the connection's
+    /// use.
+    void addClient(XEventClient& client) { clients_.push_back(&client); }
+
+    /// Hands every event that has arrived to the clients' `note`. After any reply was waited for,
+    /// events may stand in xcb's own queue, where poll(2) does not see them.
+    void drain();
+
+    bool hasWork() const;
+    void deliver();
+
+    /// Whether the server is gone.
+    bool isBroken() const { return xcb_connection_has_error(connection_.get()) != 0; }
+
+    /// The key press that is being handled, as its event told it.
+    struct Press {
+        PixelPoint pointer;
+        xcb_timestamp_t time = XCB_CURRENT_TIME;
+    };
+
+    const std::optional<Press>& press() const { return press_; }
+    void setPress(const std::optional<Press>& press) { press_ = press; }
+
+    /// Where the pointer is: at the press that is being handled, else where the server says.
+    /// Nothing when the pointer is on another screen or the server does not answer.
+    std::optional<PixelPoint> pointer() const;
+
+private:
+    struct Disconnect {
+        void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
+    };
+
+    using Handle = std::unique_ptr<xcb_connection_t, Disconnect>;
+
+    XConnection(Handle connection, const xcb_screen_t& screen)
+        : connection_(std::move(connection)), screen_(&screen) {}
+
+    Handle connection_;
+    const xcb_screen_t* screen_; ///< in the connection's memory
+    std::vector<XEventClient*> clients_;
+    std::optional<Press> press_;
+};
+
+} // namespace tessary
