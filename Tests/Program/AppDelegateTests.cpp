@@ -86,6 +86,7 @@ TEST_F(Delegate, ChangedShortcutsReplaceTheRegisteredOnes) {
 TEST_F(Delegate, ChangedDisplaysSeedWhatIsNewAndNothingElse) {
     state.displays.push_back({.id = 3, .serial = 31, .modes = {}});
     simulated::reportChange(3, 0);
+    EXPECT_EQ(takeLog(), "") << "it waits for the main queue";
     simulated::runMainQueue();
     EXPECT_EQ(takeLog(),
               "tessary.tsy.displaysChanged; store seeded.10-20-31 = true; list modes of 3");

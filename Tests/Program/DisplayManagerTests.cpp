@@ -28,11 +28,11 @@ TEST_F(Catalogue, OffersEachSizeAndDensityOnceAtItsBestRate) {
         "3: 800 × 600  (low resolution)  60 Hz = 800 × 600  60 Hz; ");
     // Of rates that round alike the first stays; one positive rate alone is not shown.
     EXPECT_EQ(
-        catalogueOf({{1, 800, 600, 800, 50},
+        catalogueOf({{5, 640, 480, 640, 0},
+                     {1, 800, 600, 800, 50},
                      {2, 800, 600, 800, 59.94},
                      {3, 800, 600, 800, 60},
                      {4, 800, 600, 800, 30},
-                     {5, 640, 480, 640, 0},
                      {6, 320, 200, 320, -1}}),
         "2: 800 × 600 = 800 × 600  60 Hz; 5: 640 × 480 = 640 × 480; 6: 320 × 200 = 320 × 200; ");
     // Of several rates a mode without one shows none.

@@ -19,6 +19,7 @@ TEST_F(Hotkeys, ComeBackInOrderUnderNewNumbersAfterASuspension) {
     manager.setSuspended(true);
     manager.setSuspended(true);
     manager.register_({1, 0}, noting("third"));
+    simulated::sendHotKeyEvent(1); // it was on its way
     manager.setSuspended(false);
     EXPECT_EQ(takeLog(), "register 107 + 0 as 1; register 0 + 256 as 2; withdraw 1; withdraw 2; "
                          "register 107 + 0 as 3; register 0 + 256 as 4; register 1 + 0 as 5");
@@ -30,10 +31,12 @@ TEST_F(Hotkeys, ComeBackInOrderUnderNewNumbersAfterASuspension) {
     manager.setSuspended(true);
     manager.unregisterAll();
     manager.register_(commandA, {});
+    simulated::note("resumption");
     manager.setSuspended(false);
     manager.unregisterAll();
     manager.unregisterAll();
-    EXPECT_EQ(takeLog(), "withdraw 3; withdraw 4; withdraw 5; register 0 + 256 as 6; withdraw 6");
+    EXPECT_EQ(takeLog(),
+              "withdraw 3; withdraw 4; withdraw 5; resumption; register 0 + 256 as 6; withdraw 6");
 }
 
 TEST_F(Hotkeys, RefusalIsLoggedUsesUpItsNumberAndIsTriedAgain) {

@@ -1,6 +1,8 @@
 // Modes and shortcuts: their texts and JSON forms, and the keyboard's vocabulary.
 #include "Program/Program.h"
 
+#include <unordered_set>
+
 namespace {
 
 using Texts = std::vector<std::string>;
@@ -25,7 +27,8 @@ TEST(Mode, IsReadFromEachValidForm) {
         {with("isHiDPI", "false"), {1440, 900, false, 60}},
         {with("height", R"(1,"width":"wide","width":7)"), {7, 1, true, 60}},
         {with("width", "9223372036854775807"), {INT64_MAX, 900, true, 60}},
-        {with("width", "-9223372036854775808"), {INT64_MIN, 900, true, 60}}};
+        {with("height", "-9223372036854775808"), {1440, INT64_MIN, true, 60}},
+        {with("refreshRate", "9223372036854775807"), {1440, 900, true, INT64_MAX}}};
     for (const auto& [text, mode] : forms)
         EXPECT_EQ(ModeSpec::fromJSON(bytes(text)), mode) << text;
 }
@@ -45,6 +48,13 @@ TEST(Mode, IsReadFromNothingElse) {
     }
     for (const std::string& text : texts)
         EXPECT_EQ(ModeSpec::fromJSON(bytes(text)), std::nullopt) << text;
+}
+
+TEST(Mode, IsTheSameWhateverItsObjectAndLabel) {
+    const std::unordered_set<tsy::DisplayMode> modes{
+        {{1, 2, true, 3}, nullptr, "one"},
+        {{1, 2, true, 3}, std::make_shared<CGDisplayMode>(), ""}};
+    EXPECT_EQ(modes.size(), 1U);
 }
 
 TEST(Shortcuts, AreReadOnlyFromTheirOwnForm) {
