@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <ctime>
@@ -19,30 +20,22 @@ bool isStandardErrorTheJournal() {
            stream == std::to_string(status.st_dev) + ":" + std::to_string(status.st_ino);
 }
 
-/// Keeps SIGPIPE away while it lives: whoever reads our standard error may be gone.
-class NoBrokenPipe {
-public:
-    NoBrokenPipe() {
-        sigemptyset(&signals_);
-        sigaddset(&signals_, SIGPIPE);
-        pthread_sigmask(SIG_BLOCK, &signals_, &before_);
-    }
-    ~NoBrokenPipe() {
-        const timespec now{};
-        if (sigismember(&before_, SIGPIPE) == 0)
-            sigtimedwait(&signals_, nullptr, &now);
-        pthread_sigmask(SIG_SETMASK, &before_, nullptr);
-    }
-    NoBrokenPipe(const NoBrokenPipe&) = delete;
-    NoBrokenPipe& operator=(const NoBrokenPipe&) = delete;
-
-private:
-    sigset_t signals_{};
-    sigset_t before_{};
-};
-
 bool isControl(char character) {
     return (character >= 0 && character < ' ') || character == '\x7F';
+}
+
+/// One write, so that lines of several processes do not mix. Whoever reads our standard error may
+/// be gone, and that must not end the process.
+void writeToStandardError(const std::string& text) {
+    sigset_t brokenPipe;
+    sigset_t before;
+    sigemptyset(&brokenPipe);
+    sigaddset(&brokenPipe, SIGPIPE);
+    pthread_sigmask(SIG_BLOCK, &brokenPipe, &before);
+    const timespec now{};
+    if (::write(STDERR_FILENO, text.data(), text.size()) < 0 && errno == EPIPE)
+        sigtimedwait(&brokenPipe, nullptr, &now);
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
 }
 
 } // namespace
@@ -54,7 +47,5 @@ void NSLog(std::string_view line) {
         ::openlog("tessary", LOG_PID, LOG_USER);
         ::syslog(LOG_USER | LOG_INFO, "%s", text.c_str());
     }
-    text += '\n';
-    const NoBrokenPipe noBrokenPipe;
-    [[maybe_unused]] const auto written = ::write(STDERR_FILENO, text.data(), text.size());
+    writeToStandardError(text + '\n');
 }

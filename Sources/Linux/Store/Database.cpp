@@ -1,11 +1,10 @@
 #include "Linux/Store/Database.h"
 
+#include "Linux/Store/ConfigurationFolder.h"
 #include "Platform/Foundation.h"
 
+#include <QByteArray>
 #include <QDateTime>
-#include <QDir>
-#include <QFile>
-#include <QUrl>
 
 #include <fcntl.h>
 #include <sqlite3.h>
@@ -13,7 +12,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <string>
 #include <system_error>
 
@@ -49,14 +47,6 @@ constexpr const char* copy = R"(
 /// SQLITE_ERROR is an answer to the statement's text: the tables are not ours.
 bool isDamage(int status) {
     return status == SQLITE_CORRUPT || status == SQLITE_NOTADB || status == SQLITE_ERROR;
-}
-
-/// A relative path in the variable counts as none, which Qt's standard paths do not know.
-std::filesystem::path configurationFolder() {
-    const char* folder = std::getenv("XDG_CONFIG_HOME");
-    if (folder != nullptr && folder[0] == '/')
-        return folder;
-    return QFile::encodeName(QDir::homePath()).toStdString() + "/.config";
 }
 
 /// Makes the missing ones of a folder and its parents, for their owner alone.
@@ -180,11 +170,11 @@ int Database::openInMemory() {
     if (opened != SQLITE_OK)
         return opened;
     const int status = connection_.runScript(schema);
-    const QByteArray path = QUrl::toPercentEncoding(QFile::decodeName(path_.c_str()), "/");
-    // Where its folder cannot be written, a file without companions is read as one that never
-    // changes.
-    if (!copyFrom("file:" + path.toStdString() + "?mode=ro"))
-        copyFrom("file:" + path.toStdString() + "?immutable=1");
+    const std::string uri =
+        "file:" + QByteArray(path_.c_str()).toPercentEncoding("/").toStdString();
+    // Where its companions cannot be made, a file is readable only as one that never changes.
+    if (!copyFrom(uri + "?mode=ro"))
+        copyFrom(uri + "?immutable=1");
     return status;
 }
 
@@ -221,7 +211,7 @@ std::optional<Database::FileIdentity> Database::identityOf(const std::filesystem
     struct stat status {};
     if (::stat(file.c_str(), &status) != 0)
         return std::nullopt;
-    return FileIdentity{status.st_dev, status.st_ino};
+    return FileIdentity(status.st_dev, status.st_ino);
 }
 
 } // namespace tessary

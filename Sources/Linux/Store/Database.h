@@ -7,7 +7,9 @@
 
 #include <filesystem>
 #include <optional>
+#include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace tessary {
@@ -40,12 +42,7 @@ public:
     Database& operator=(const Database&) = delete;
 
 private:
-    struct FileIdentity {
-        dev_t device = 0;
-        ino_t inode = 0;
-
-        friend bool operator==(const FileIdentity&, const FileIdentity&) = default;
-    };
+    using FileIdentity = std::pair<dev_t, ino_t>;
 
     static std::optional<FileIdentity> identityOf(const std::filesystem::path& file);
 

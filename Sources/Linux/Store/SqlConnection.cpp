@@ -1,7 +1,5 @@
 #include "Linux/Store/SqlConnection.h"
 
-#include <sqlite3.h>
-
 #include <cstddef>
 #include <utility>
 
@@ -67,14 +65,6 @@ struct Reset {
 };
 
 } // namespace
-
-void SqlConnection::Close::operator()(sqlite3* handle) const {
-    sqlite3_close(handle);
-}
-
-void SqlConnection::Finalize::operator()(sqlite3_stmt* statement) const {
-    sqlite3_finalize(statement);
-}
 
 int SqlConnection::open(const std::string& name, int flags) {
     close();

@@ -1,6 +1,8 @@
 // One open SQLite database and the statements that were prepared on it.
 #pragma once
 
+#include <sqlite3.h>
+
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -8,9 +10,6 @@
 #include <string_view>
 #include <variant>
 #include <vector>
-
-struct sqlite3;
-struct sqlite3_stmt;
 
 namespace tessary {
 
@@ -40,17 +39,16 @@ public:
     int run(std::string_view sql, const std::vector<SqlValue>& values, std::vector<Row>& rows);
 
 private:
-    struct Close {
-        void operator()(sqlite3* handle) const;
+    template <auto function>
+    struct Call {
+        void operator()(auto* handle) const { function(handle); }
     };
-    struct Finalize {
-        void operator()(sqlite3_stmt* statement) const;
-    };
-    using Statement = std::unique_ptr<sqlite3_stmt, Finalize>;
+    using Handle = std::unique_ptr<sqlite3, Call<sqlite3_close>>;
+    using Statement = std::unique_ptr<sqlite3_stmt, Call<sqlite3_finalize>>;
 
     int prepare(std::string_view sql, sqlite3_stmt*& statement);
 
-    std::unique_ptr<sqlite3, Close> handle_;
+    Handle handle_;
     std::map<std::string, Statement, std::less<>> statements_; ///< gone before their connection
 };
 
