@@ -280,7 +280,7 @@ TEST_F(Store, AReadOnlyFileIsCopiedIntoMemory) {
     }
 }
 
-TEST_F(Store, AnotherProcesssLockCostsOneLineAndOnlyThatStatement) {
+TEST_F(Store, AnotherProgramsLockCostsOneLineAndOnlyThatStatement) {
     SqlConnection other = stranger("PRAGMA locking_mode = EXCLUSIVE; PRAGMA journal_mode = WAL;"
                                    "CREATE TABLE defaults(key TEXT PRIMARY KEY, value);"
                                    "INSERT INTO defaults VALUES('key', 1)");
