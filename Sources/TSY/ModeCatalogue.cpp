@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <set>
 #include <unordered_map>
 #include <utility>
 
@@ -41,6 +40,7 @@ ModeSpec specOf(const CGDisplayMode& mode) {
 
 WorkingTable bestModes(const std::vector<CGDisplayModeRef>& modes) {
     WorkingTable table;
+    table.reserve(modes.size());
     for (const CGDisplayModeRef& mode : modes) {
         if (!CGDisplayModeIsUsableForDesktopGUI(*mode))
             continue;
@@ -53,11 +53,14 @@ WorkingTable bestModes(const std::vector<CGDisplayModeRef>& modes) {
 }
 
 bool hasSeveralRefreshRates(const WorkingTable& table) {
-    std::set<std::int64_t> rates;
-    for (const auto& [key, candidate] : table)
-        if (candidate.spec.refreshRate > 0)
-            rates.insert(candidate.spec.refreshRate);
-    return rates.size() >= 2;
+    std::int64_t first = 0;
+    for (const auto& [key, candidate] : table) {
+        const std::int64_t rate = candidate.spec.refreshRate;
+        if (rate > 0 && first > 0 && rate != first)
+            return true;
+        first = std::max(first, rate);
+    }
+    return false;
 }
 
 bool hasHighDensityTwin(const ModeSpec& spec, const WorkingTable& table) {
@@ -76,6 +79,25 @@ bool standsBefore(const ModeSpec& left, const ModeSpec& right) {
     return left.isHiDPI && !right.isHiDPI;
 }
 
+/// Sorted before the labels are made: entries are cheaper to compare in place than to move.
+std::vector<const Candidate*> sorted(const WorkingTable& table) {
+    std::vector<const Candidate*> candidates;
+    candidates.reserve(table.size());
+    for (const auto& [key, candidate] : table)
+        candidates.push_back(&candidate);
+    std::ranges::stable_sort(candidates, standsBefore, &Candidate::spec);
+    return candidates;
+}
+
+std::string labelOf(const ModeSpec& spec, const WorkingTable& table, bool showsRefreshRates) {
+    std::string label = sizeText(spec);
+    if (hasHighDensityTwin(spec, table))
+        label += "  (low resolution)";
+    if (showsRefreshRates && spec.refreshRate >= 1)
+        label += "  " + std::to_string(spec.refreshRate) + " Hz";
+    return label;
+}
+
 } // namespace
 
 std::vector<DisplayMode> modes(CGDirectDisplayID display) {
@@ -88,15 +110,9 @@ std::vector<DisplayMode> modes(CGDirectDisplayID display) {
 
     std::vector<DisplayMode> catalogue;
     catalogue.reserve(table.size());
-    for (const auto& [key, candidate] : table) {
-        std::string label = sizeText(candidate.spec);
-        if (hasHighDensityTwin(candidate.spec, table))
-            label += "  (low resolution)";
-        if (showsRefreshRates && candidate.spec.refreshRate >= 1)
-            label += "  " + std::to_string(candidate.spec.refreshRate) + " Hz";
-        catalogue.push_back({candidate.spec, candidate.cg, std::move(label)});
-    }
-    std::ranges::stable_sort(catalogue, standsBefore, &DisplayMode::spec);
+    for (const Candidate* candidate : sorted(table))
+        catalogue.push_back({candidate->spec, candidate->cg,
+                             labelOf(candidate->spec, table, showsRefreshRates)});
     return catalogue;
 }
 

@@ -17,7 +17,7 @@ XEventSource::XEventSource(XConnection& connection, std::function<void()> lost)
 }
 
 void XEventSource::dispatch() {
-    connection_.drain();
+    connection_.read();
     if (!connection_.isBroken()) {
         connection_.deliver();
         return;

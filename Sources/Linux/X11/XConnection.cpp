@@ -17,10 +17,20 @@ std::unique_ptr<XConnection> XConnection::open() {
     return std::unique_ptr<XConnection>(new XConnection(std::move(connection), *screens.data));
 }
 
+void XConnection::note(const xcb_generic_event_t& event) {
+    for (XEventClient* client : clients_)
+        client->note(event);
+}
+
+void XConnection::read() {
+    if (const XReply<xcb_generic_event_t> event{xcb_poll_for_event(get())})
+        note(*event);
+    drain();
+}
+
 void XConnection::drain() {
-    while (const XReply<xcb_generic_event_t> event{xcb_poll_for_event(get())})
-        for (XEventClient* client : clients_)
-            client->note(*event);
+    while (const XReply<xcb_generic_event_t> event{xcb_poll_for_queued_event(get())})
+        note(*event);
 }
 
 bool XConnection::hasWork() const {

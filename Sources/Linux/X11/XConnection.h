@@ -40,8 +40,11 @@ public:
     /// use.
     void addClient(XEventClient& client) { clients_.push_back(&client); }
 
-    /// Hands every event that has arrived to the clients' `note`. After any reply was waited for,
-    /// events may stand in xcb's own queue, where poll(2) does not see them.
+    /// Reads what has arrived at the socket and hands every event to the clients' `note`.
+    void read();
+
+    /// Hands the events that were read with a reply to the clients' `note`: they stand in xcb's own
+    /// queue, where poll(2) does not see them. Costs no system call.
     void drain();
 
     bool hasWork() const;
@@ -69,6 +72,8 @@ private:
     };
 
     using Handle = std::unique_ptr<xcb_connection_t, Disconnect>;
+
+    void note(const xcb_generic_event_t& event);
 
     XConnection(Handle connection, const xcb_screen_t& screen)
         : connection_(std::move(connection)), screen_(&screen) {}

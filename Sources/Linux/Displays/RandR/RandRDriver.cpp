@@ -101,6 +101,7 @@ bool RandRDriver::reread() {
 void RandRDriver::see(Configuration configuration) {
     const DisplayRecords before = std::exchange(displays_, displaysOf(configuration));
     configuration_ = std::move(configuration);
+    isUnreported_ = true;
     for (const DisplayRecord& display : displays_)
         if (const DisplayRecord* old = findDisplay(before, display.id);
             old != nullptr && old->current != display.current)
@@ -120,6 +121,7 @@ Outcome RandRDriver::attempt(const std::vector<ModeChange>& changes) {
         ownScreenSize_ = after->screen;
         configuration_ = *after;
         displays_ = displaysOf(configuration_);
+        isUnreported_ = true;
     }
     return outcome;
 }
@@ -154,6 +156,7 @@ void RandRDriver::restorePermanentModes() {
     for (const DisplayRecord& display : displays)
         restore(display);
     reported_ = displays_;
+    isUnreported_ = false;
 }
 
 /// True once per X session: the mark on the root window goes with the server.
@@ -178,6 +181,8 @@ bool RandRDriver::claimSession() {
 
 void RandRDriver::deliver() {
     refresh();
+    if (!std::exchange(isUnreported_, false))
+        return;
     const DisplayRecords displays = displays_;
     for (const DisplayRecord& display : displays)
         if (findDisplay(reported_, display.id) == nullptr)

@@ -27,7 +27,7 @@ public:
     bool canGrabKeys() const override { return true; }
 
     void note(const xcb_generic_event_t& event) override;
-    bool hasWork() const override { return isStale_ || reported_ != displays_; }
+    bool hasWork() const override { return isStale_ || isUnreported_; }
     void deliver() override;
 
 private:
@@ -48,7 +48,8 @@ private:
     Configuration configuration_;
     DisplayRecords displays_; ///< what configuration_ means
     DisplayRecords reported_; ///< what the program was last told
-    bool isStale_ = false;    ///< something changed since configuration_ was read
+    bool isStale_ = false;      ///< something changed since configuration_ was read
+    bool isUnreported_ = false; ///< displays_ may differ from reported_
     ReportHandler report_;
 };
 
