@@ -1,0 +1,73 @@
+// Another program on the X server: it moves the pointer, presses keys, and sees what becomes of it.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <span>
+#include <string>
+
+#include <xcb/randr.h>
+#include <xcb/xcb.h>
+
+namespace desktop {
+
+/// Keys of a PC keyboard, as X numbers them.
+namespace keys {
+inline constexpr std::uint8_t shift = 50;
+inline constexpr std::uint8_t capsLock = 66;
+inline constexpr std::uint8_t numLock = 77;
+inline constexpr std::uint8_t scrollLock = 78;
+inline constexpr std::uint8_t pause = 127;
+inline constexpr std::uint8_t f14 = 192;
+inline constexpr std::uint8_t f15 = 193;
+} // namespace keys
+
+struct Pointer {
+    int x = 0;
+    int y = 0;
+    std::uint16_t modifiers = 0; ///< that are down or locked
+};
+
+/// Every request throws when the server refuses it or is gone.
+class Client {
+public:
+    explicit Client(const std::string& display);
+
+    xcb_connection_t* connection() const { return connection_.get(); }
+
+    /// Takes the events that came, then asks `holds`, until it answers true. False when it never
+    /// did within `patience`.
+    bool waitUntil(const std::function<bool()>& holds);
+
+    /// How many changes of a display and how many bells `waitUntil` has seen.
+    int displayChanges() const { return displayChanges_; }
+    int bells() const { return bells_; }
+
+    void setEDID(const std::string& output, std::span<const std::uint8_t> bytes) const;
+
+    void movePointer(int x, int y) const;
+    Pointer pointer() const;
+
+    void press(std::uint8_t key) const;
+    void release(std::uint8_t key) const;
+    void tap(std::uint8_t key) const;
+
+    /// Whether another program has taken this key with these modifiers.
+    bool isGrabbed(std::uint8_t key, std::uint16_t modifiers = 0) const;
+
+private:
+    void readEvents();
+    xcb_randr_output_t outputNamed(const std::string& name) const;
+    void fake(std::uint8_t event, std::uint8_t detail, int x = 0, int y = 0) const;
+    void check(xcb_void_cookie_t request) const;
+
+    std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)> connection_;
+    xcb_window_t root_ = XCB_NONE;
+    int displayEvent_ = 0;
+    int bellEvent_ = 0;
+    int displayChanges_ = 0;
+    int bells_ = 0;
+};
+
+} // namespace desktop
