@@ -1,0 +1,36 @@
+# What there is to do with Tessary, each with one command. What they need is installed first.
+.PHONY: help build run test check bench clean
+
+help:
+	@echo "make build   build Tessary: build/release/tessary"
+	@echo "make run     build it and start it; without a desktop, show it on a virtual one"
+	@echo "             (make run ARGS=--stay leaves the virtual one running until Ctrl-C)"
+	@echo "make test    build and run all tests"
+	@echo "make check   formatting, static analysis, headers, includes, tests with sanitizers"
+	@echo "make bench   build and run the benchmarks"
+	@echo "make clean   delete all that was built"
+
+build:
+	Tools/install-dependencies
+	cmake --preset release
+	cmake --build --preset release
+
+run: build
+	Tools/run $(ARGS)
+
+test:
+	Tools/install-dependencies
+	cmake --preset debug
+	cmake --build --preset debug
+	ctest --preset debug -j "$$(nproc)"
+
+check:
+	Tools/install-dependencies --check
+	Tools/check
+
+bench:
+	Tools/install-dependencies --bench
+	Tools/bench $(ARGS)
+
+clean:
+	rm -rf build
