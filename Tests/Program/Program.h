@@ -8,10 +8,7 @@
 
 #include <gtest/gtest.h>
 
-using simulated::bytes;
-using simulated::screen;
-using simulated::state;
-using simulated::takeLog;
+using namespace simulated; // the tests speak its language
 using tsy::ModeSpec;
 using tsy::Shortcut;
 using tsy::Slot;
@@ -23,17 +20,15 @@ protected:
     Program() { start(); }
 
     static void start() {
-        [[maybe_unused]] static const bool observed = observePosts();
+        [[maybe_unused]] static const bool isObserving = [] {
+            for (const auto name :
+                 {tsy::bindingsChanged, tsy::shortcutsChanged, tsy::displaysChanged})
+                NSNotificationCenter::defaultCenter().addObserverForName(name,
+                                                                         [name] { note(name); });
+            return true;
+        }();
         tsy::HotkeyManager::shared().setSuspended(false);
         tsy::HotkeyManager::shared().unregisterAll();
-        simulated::reset();
-    }
-
-private:
-    static bool observePosts() {
-        for (const auto name : {tsy::bindingsChanged, tsy::shortcutsChanged, tsy::displaysChanged})
-            NSNotificationCenter::defaultCenter().addObserverForName(
-                name, [name] { simulated::note(std::string(name)); });
-        return true;
+        reset();
     }
 };

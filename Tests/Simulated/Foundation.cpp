@@ -1,20 +1,11 @@
 #include "Simulated/State.h"
 
-#include <mutex>
 #include <utility>
 
 using simulated::note;
 using simulated::state;
 
 namespace {
-
-std::mutex queueMutex;
-std::vector<std::function<void()>> queue;
-
-std::vector<std::function<void()>> takeTasks() {
-    const std::lock_guard lock(queueMutex);
-    return std::exchange(queue, {});
-}
 
 template <typename T>
 std::optional<T> stored(std::string_view key) {
@@ -23,9 +14,9 @@ std::optional<T> stored(std::string_view key) {
     return value != nullptr ? std::optional(*value) : std::nullopt;
 }
 
-void store(std::string_view key, simulated::Value value, const std::string& text) {
+void store(std::string_view key, const simulated::Value& value, const std::string& text) {
     note("store " + std::string(key) + " = " + text);
-    state.defaults.insert_or_assign(std::string(key), std::move(value));
+    state.defaults.insert_or_assign(std::string(key), value);
 }
 
 } // namespace
@@ -61,12 +52,11 @@ void NSUserDefaults::removeObjectForKey(std::string_view key) {
 }
 
 void DispatchQueue::mainAsync(std::function<void()> task) {
-    const std::lock_guard lock(queueMutex);
-    queue.push_back(std::move(task));
+    state.mainQueue.push_back(std::move(task));
 }
 
 void simulated::runMainQueue() {
-    for (auto tasks = takeTasks(); !tasks.empty(); tasks = takeTasks())
-        for (const auto& task : tasks)
+    while (!state.mainQueue.empty())
+        for (const auto& task : std::exchange(state.mainQueue, {}))
             task();
 }
