@@ -1,77 +1,128 @@
-// The real program on a real X server, with real keys.
-#include "Desktop/Harness/Client.h"
-#include "Desktop/Harness/Session.h"
+// What a key does on a real X server.
+#include "Desktop/Desktop.h"
+#include "Desktop/Harness/RepeatCounter.h"
 
-#include <csignal>
-
-#include <gtest/gtest.h>
-
+namespace desktop {
 namespace {
 
-using namespace desktop;
-
-class KeyPress : public testing::Test {
-protected:
-    KeyPress() {
-        for (const std::string output : {"DUMMY0", "DUMMY1"})
-            for (const int height : {720, 1440})
-                server_.addMode(output, height * 16 / 9, height);
-        server_.xrandr({"--output", "DUMMY0", "--primary", "--mode", "1280x720_60", "--pos", "0x0",
-                        "--output", "DUMMY1", "--mode", "1280x720_60", "--pos", "1280x0"});
-    }
-
-    Words program() const { return home_.commandOn(server_.display(), {TESSARY_PROGRAM}); }
-
-    bool isReady() {
-        return client_.waitUntil(
-            [this] { return client_.isGrabbed(keys::f14) && client_.isGrabbed(keys::f15); });
-    }
-
-    /// Waits for the layout if need be; answers what it is in the end.
-    Layout layoutOnce(const Layout& expected) {
-        client_.waitUntil([&] { return server_.layout() == expected; });
-        return server_.layout();
-    }
-
-    Home home_;
-    XServer server_{home_};
-    Client client_{server_.display()};
-};
+using KeyPress = Desktop;
 
 TEST_F(KeyPress, SwitchesTheDisplayUnderThePointerAndMovesItsNeighbour) {
+    server_.addMode("DUMMY1", 2560, 1440);
     struct Row {
         std::uint8_t key;
-        int pointer;
-        Layout expected;
+        int pointer; ///< −1: where it is
+        std::string left;
+        std::string right;
     };
     const std::vector<Row> rows{
-        {keys::f14,
-         640,
-         {{"DUMMY0", "1920x1080+0+0 59.96 Hz"}, {"DUMMY1", "1280x720+1920+0 60.00 Hz"}}},
-        {keys::f15,
-         640,
-         {{"DUMMY0", "2560x1440+0+0 60.00 Hz"}, {"DUMMY1", "1280x720+2560+0 60.00 Hz"}}},
-        {keys::pause,
-         3000,
-         {{"DUMMY0", "2560x1440+0+0 60.00 Hz"}, {"DUMMY1", "2560x1440+2560+0 60.00 Hz"}}},
-        {keys::scrollLock,
-         2560,
-         {{"DUMMY0", "2560x1440+0+0 60.00 Hz"}, {"DUMMY1", "1920x1080+2560+0 59.96 Hz"}}},
-        {keys::scrollLock,
-         2559,
-         {{"DUMMY0", "1920x1080+0+0 59.96 Hz"}, {"DUMMY1", "1920x1080+1920+0 59.96 Hz"}}},
+        {keys::f14, 640, "1920x1080+0+0 59.96 Hz", "1280x720+1920+0 60.00 Hz"},
+        {keys::f15, 1919, "2560x1440+0+0 60.00 Hz", "1280x720+2560+0 60.00 Hz"},
+        {keys::pause, 3000, "2560x1440+0+0 60.00 Hz", "2560x1440+2560+0 60.00 Hz"},
+        {keys::scrollLock, -1, "2560x1440+0+0 60.00 Hz", "1920x1080+2560+0 59.96 Hz"},
+        {keys::f15, -1, "2560x1440+0+0 60.00 Hz", "2560x1440+2560+0 60.00 Hz"},
+        {keys::f14, 2559, "1920x1080+0+0 59.96 Hz", "2560x1440+1920+0 60.00 Hz"},
+        {keys::f14, -1, "1920x1080+0+0 59.96 Hz", "2560x1440+1920+0 60.00 Hz"},
+        {keys::f14, 1920, "1920x1080+0+0 59.96 Hz", "1920x1080+1920+0 59.96 Hz"},
     };
     ChildProcess tessary(program());
     ASSERT_TRUE(isReady());
     for (const Row& row : rows) {
         SCOPED_TRACE(testing::Message() << "key " << int{row.key} << " at " << row.pointer);
-        client_.movePointer(row.pointer, 300);
+        if (row.pointer >= 0)
+            client_.movePointer(row.pointer, 300);
         client_.tap(row.key);
-        ASSERT_EQ(layoutOnce(row.expected), row.expected);
+        const Layout expected{{"DUMMY0", row.left}, {"DUMMY1", row.right}};
+        ASSERT_EQ(layoutOnce(expected), expected);
     }
+    EXPECT_EQ(client_.bells(), 0);
     tessary.signal(SIGTERM);
     EXPECT_EQ(tessary.wait(), 0);
     EXPECT_EQ(tessary.lines(), Words());
+    for (const std::uint8_t key : {keys::f14, keys::f15, keys::scrollLock, keys::pause})
+        EXPECT_FALSE(client_.isGrabbed(key));
+}
+
+TEST_F(KeyPress, WorksWhateverLocksAreOn) {
+    for (const std::uint8_t key : {keys::capsLock, keys::numLock, keys::scrollLock})
+        client_.tap(key);
+    ASSERT_EQ(client_.pointer().modifiers & (XCB_MOD_MASK_LOCK | XCB_MOD_MASK_2),
+              XCB_MOD_MASK_LOCK | XCB_MOD_MASK_2);
+    ChildProcess tessary(program());
+    ASSERT_TRUE(isReady());
+    client_.movePointer(640, 300);
+    client_.tap(keys::f15);
+    const Layout expected{{"DUMMY0", "2560x1440+0+0 60.00 Hz"},
+                          {"DUMMY1", "1280x720+2560+0 60.00 Hz"}};
+    EXPECT_EQ(layoutOnce(expected), expected);
+}
+
+TEST_F(KeyPress, OfAHeldKeyCountsOnce) {
+    ChildProcess tessary(program());
+    ASSERT_TRUE(isReady());
+    RepeatCounter repeats(server_.display());
+    client_.movePointer(640, 300);
+    client_.press(keys::f15);
+    const Layout switched{{"DUMMY0", "2560x1440+0+0 60.00 Hz"},
+                          {"DUMMY1", "1280x720+2560+0 60.00 Hz"}};
+    ASSERT_EQ(layoutOnce(switched), switched);
+    server_.xrandr({"--output", "DUMMY0", "--mode", "1280x720_60"});
+    const Layout changedBack = server_.layout();
+    ASSERT_TRUE(repeats.waitForPresses(1 + 20));
+    client_.release(keys::f15);
+    client_.movePointer(3000, 300);
+    client_.tap(keys::f14); // behind the repeats, so they have been seen when this one has
+    Layout expected = changedBack;
+    expected["DUMMY1"] = "1920x1080+2560+0 59.96 Hz";
+    EXPECT_EQ(layoutOnce(expected), expected);
+}
+
+TEST_F(KeyPress, OfAKeyThatSomebodyElseOwnsIsOneLogLineAndTheOtherSlotWorks) {
+    for (const std::uint8_t key : {keys::f14, keys::scrollLock})
+        xcb_grab_key(client_.connection(), 0, client_.root(), XCB_MOD_MASK_ANY, key,
+                     XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    ChildProcess tessary(program());
+    ASSERT_TRUE(isReady());
+    client_.movePointer(640, 300);
+    client_.tap(keys::f15);
+    const Layout expected{{"DUMMY0", "2560x1440+0+0 60.00 Hz"},
+                          {"DUMMY1", "1280x720+2560+0 60.00 Hz"}};
+    EXPECT_EQ(layoutOnce(expected), expected);
+    tessary.signal(SIGTERM);
+    EXPECT_EQ(tessary.wait(), 0);
+    EXPECT_EQ(tessary.lines(), Words{"TSY: failed to register F14 (status -9878)"});
+}
+
+TEST_F(KeyPress, OnAModeThatWasDeletedUnnoticedSoundsTheAlertAndTheNextOneFindsAnother) {
+    server_.addMode("DUMMY0", 2560, 1440, 50);
+    ChildProcess tessary(program());
+    ASSERT_TRUE(isReady());
+    const Layout before = server_.layout();
+    client_.movePointer(640, 300);
+    ChildProcess({"xrandr", "--display", server_.display(), "--current", "--delmode", "DUMMY0",
+                  "2560x1440_60"})
+        .wait();
+    EXPECT_EQ(layoutAfterAlert(keys::f15), before);
+    client_.tap(keys::f15);
+    const Layout fallback{{"DUMMY0", "2560x1440+0+0 50.00 Hz"},
+                          {"DUMMY1", "1280x720+2560+0 60.00 Hz"}};
+    EXPECT_EQ(layoutOnce(fallback), fallback);
+}
+
+TEST_F(KeyPress, BeyondTheLargestScreenOrOnAnEmptySlotSoundsTheAlertAndChangesNothing) {
+    server_.addMode("DUMMY1", 31000, 720);
+    server_.xrandr({"--output", "DUMMY1", "--mode", "31000x720_60"});
+    ChildProcess tessary(program());
+    ASSERT_TRUE(isReady());
+    const Layout before = server_.layout();
+    ASSERT_EQ(before.at("DUMMY1"), "31000x720+1280+0 60.00 Hz");
+    client_.movePointer(640, 300);
+    for (int time = 1; time <= 2; ++time)
+        EXPECT_EQ(layoutAfterAlert(keys::f15), before) << "too large, time " << time;
+    client_.movePointer(1300, 300);
+    EXPECT_EQ(layoutAfterAlert(keys::f15), before) << "the right display has no second preset";
+    EXPECT_EQ(client_.bells(), 3);
 }
 
 } // namespace
+} // namespace desktop

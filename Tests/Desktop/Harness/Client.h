@@ -35,6 +35,7 @@ public:
     explicit Client(const std::string& display);
 
     xcb_connection_t* connection() const { return connection_.get(); }
+    xcb_window_t root() const { return root_; }
 
     /// Takes the events that came, then asks `holds`, until it answers true. False when it never
     /// did within `patience`.

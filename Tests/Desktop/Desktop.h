@@ -1,0 +1,53 @@
+// What the cases have in common: a desktop with two displays, and the program on it.
+#pragma once
+
+#include "Desktop/Harness/Client.h"
+#include "Desktop/Harness/Session.h"
+
+#include <csignal>
+
+#include <gtest/gtest.h>
+
+namespace desktop {
+
+class Desktop : public testing::Test {
+protected:
+    Desktop() { connectDisplays(server_); }
+
+    /// Two displays of 1280 × 720 side by side; both offer 1920 × 1080, the left one 2560 × 1440.
+    static void connectDisplays(const XServer& server) {
+        server.addMode("DUMMY0", 1280, 720);
+        server.addMode("DUMMY0", 2560, 1440);
+        server.addMode("DUMMY1", 1280, 720);
+        server.xrandr({"--output", "DUMMY0", "--primary", "--mode", "1280x720_60", "--pos", "0x0",
+                       "--output", "DUMMY1", "--mode", "1280x720_60", "--pos", "1280x0"});
+    }
+
+    Words program() const { return home_.commandOn(server_.display(), {TESSARY_PROGRAM}); }
+
+    /// Whether the program has taken its keys, which it does after seeding the displays.
+    bool isReady() {
+        return client_.waitUntil(
+            [this] { return client_.isGrabbed(keys::pause) && client_.isGrabbed(keys::f15); });
+    }
+
+    /// Waits for the layout if need be; answers what it is in the end.
+    Layout layoutOnce(const Layout& expected) {
+        client_.waitUntil([&] { return server_.layout() == expected; });
+        return server_.layout();
+    }
+
+    /// Presses the key and waits for the alert. Answers the layout then.
+    Layout layoutAfterAlert(std::uint8_t key) {
+        const int before = client_.bells();
+        client_.tap(key);
+        EXPECT_TRUE(client_.waitUntil([&] { return client_.bells() > before; })) << "no alert";
+        return server_.layout();
+    }
+
+    Home home_;
+    XServer server_{home_};
+    Client client_{server_.display()};
+};
+
+} // namespace desktop

@@ -1,0 +1,96 @@
+// What the program remembers, and how it ends.
+#include "Desktop/Desktop.h"
+
+#include <algorithm>
+#include <array>
+#include <numeric>
+
+namespace desktop {
+namespace {
+
+using Life = Desktop;
+
+/// The smallest usable EDID: numbers, no name.
+std::array<std::uint8_t, 128> edid() {
+    std::array<std::uint8_t, 128> bytes{0, 255,  255,  255,  255,  255, 255,
+                                        0, 0x10, 0xAC, 0x34, 0x12, 7};
+    bytes.back() = static_cast<std::uint8_t>(-std::accumulate(bytes.begin(), bytes.end(), 0));
+    return bytes;
+}
+
+/// The keys of the displays that were seeded.
+Words seeded(const Home& home) {
+    Words displays;
+    for (const auto& [key, value] : home.settings())
+        if (key.starts_with("seeded.")) {
+            EXPECT_EQ(value, "integer 1");
+            displays.push_back(key.substr(7));
+        }
+    return displays;
+}
+
+TEST_F(Life, SeedsEachDisplayOnceAlsoOneThatIsPluggedInLaterAndSurvivesKilling) {
+    std::map<std::string, std::string> settings;
+    {
+        ChildProcess tessary(program());
+        ASSERT_TRUE(isReady());
+        EXPECT_EQ(seeded(home_).size(), 2U) << "displays without an EDID are told apart";
+        server_.addMode("DUMMY2", 1920, 1200);
+        server_.xrandr({"--output", "DUMMY2", "--mode", "1920x1200_60", "--pos", "2560x0"});
+        EXPECT_TRUE(client_.waitUntil([this] { return seeded(home_).size() == 3; }));
+        settings = home_.settings();
+        EXPECT_EQ(std::ranges::count_if(
+                      settings, [](const auto& row) { return row.first.ends_with(".one"); }),
+                  3);
+        tessary.signal(SIGKILL);
+        EXPECT_EQ(tessary.wait(), -SIGKILL);
+    }
+    ChildProcess again(program());
+    ASSERT_TRUE(isReady());
+    EXPECT_EQ(home_.settings(), settings);
+}
+
+TEST_F(Life, DisplaysThatReportTheSameIdentityShareTheirPresets) {
+    for (const char* output : {"DUMMY0", "DUMMY1"})
+        client_.setEDID(output, edid());
+    ChildProcess tessary(program());
+    ASSERT_TRUE(isReady());
+    EXPECT_EQ(seeded(home_), Words{"4268-4660-7"});
+}
+
+TEST_F(Life, ANewSessionGetsThePermanentModesBackButNotWhereSomebodyElseChoseSince) {
+    server_.addMode("DUMMY1", 2560, 1440);
+    ChildProcess tessary(program());
+    ASSERT_TRUE(isReady());
+    Layout expected = server_.layout();
+    const auto press = [&](std::uint8_t key, int place, const std::string& left,
+                           const std::string& right) {
+        client_.movePointer(place, 300);
+        client_.tap(key);
+        expected = {{"DUMMY0", left}, {"DUMMY1", right}};
+        ASSERT_EQ(layoutOnce(expected), expected);
+    };
+    press(keys::f15, 640, "2560x1440+0+0 60.00 Hz", "1280x720+2560+0 60.00 Hz");
+    press(keys::f15, 2570, "2560x1440+0+0 60.00 Hz", "2560x1440+2560+0 60.00 Hz");
+    server_.xrandr({"--output", "DUMMY1", "--mode", "1280x720_60"});
+    // Presses come behind the change, so it has been seen when they have.
+    press(keys::f14, 640, "1920x1080+0+0 59.96 Hz", "1280x720+1920+0 60.00 Hz");
+    press(keys::f15, 640, "2560x1440+0+0 60.00 Hz", "1280x720+2560+0 60.00 Hz");
+    server_.stop();
+    EXPECT_EQ(tessary.wait(), 1) << "an X server that ends, ends the program";
+
+    const XServer next(home_);
+    connectDisplays(next);
+    next.addMode("DUMMY1", 2560, 1440);
+    // Nobody has chosen: each stands at its first mode.
+    next.xrandr({"--output", "DUMMY0", "--mode", "2048x1536", "--output", "DUMMY1", "--mode",
+                 "2048x1536", "--right-of", "DUMMY0"});
+    ChildProcess again(home_.commandOn(next.display(), {TESSARY_PROGRAM}));
+    Client client(next.display());
+    ASSERT_TRUE(client.waitUntil([&] { return client.isGrabbed(keys::f15); }));
+    EXPECT_EQ(next.layout(), (Layout{{"DUMMY0", "2560x1440+0+0 60.00 Hz"},
+                                     {"DUMMY1", "2048x1536+2560+0 60.00 Hz"}}));
+}
+
+} // namespace
+} // namespace desktop
