@@ -18,8 +18,8 @@ NSNotificationCenter& NSNotificationCenter::defaultCenter() {
 NSNotificationCenter::Token NSNotificationCenter::addObserverForName(std::string_view name,
                                                                      std::function<void()> block) {
     const Token token = ++lastToken_;
-    observations_.emplace(token,
-                          std::make_shared<const Observation>(std::string(name), std::move(block)));
+    observations_.emplace(token, std::make_shared<const Observation>(
+                                     Observation{std::string(name), std::move(block)}));
     return token;
 }
 

@@ -83,6 +83,7 @@ std::vector<Display> connectedDisplays() {
         return {};
     const auto names = screenNames();
     std::vector<Display> displays;
+    displays.reserve(ids.size());
     for (const CGDirectDisplayID id : ids)
         displays.push_back({id, keyOf(id), nameOf(id, names), CGDisplayIsMain(id)});
     return displays;

@@ -59,7 +59,7 @@ void overwrite(const fs::path& file, std::streamoff offset) {
 /// A folder for one test, and what others do in it.
 class Store : public testing::Test {
 protected:
-    ~Store() override { fs::remove_all(root_); }
+    void TearDown() override { fs::remove_all(root_); }
 
     static fs::path temporaryFolder() {
         std::string name = testing::TempDir() + "tessary-XXXXXX";

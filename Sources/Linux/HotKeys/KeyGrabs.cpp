@@ -63,6 +63,7 @@ bool KeyGrabs::takeKey(xcb_keycode_t key, std::uint16_t modifiers) {
     auto* x = connection_.get();
     const auto subsets = modifiers_.lockSubsets();
     std::vector<xcb_void_cookie_t> cookies;
+    cookies.reserve(subsets.size());
     for (const std::uint16_t locks : subsets)
         cookies.push_back(xcb_grab_key_checked(x, 0, connection_.root(),
                                                static_cast<std::uint16_t>(modifiers | locks), key,

@@ -30,12 +30,12 @@ public:
     KeyGrabs(XConnection& connection, PressHandler handler);
 
     /// Takes the key with these hot-key modifiers, whatever locks are on. Holds when at least one
-    /// of the physical keys could be taken. Nothing when it could, and `hotKey` then names it.
+    /// of the physical keys could be taken. Nothing when it could, and `number` then names it.
     std::optional<Refusal> grab(std::uint32_t virtualKey, std::uint32_t carbonModifiers,
-                                Number hotKey);
+                                Number number);
 
     /// Gives the key back, and forgets that it was held. An unknown number is no failure.
-    void ungrab(Number hotKey);
+    void ungrab(Number number);
 
     void note(const xcb_generic_event_t& event) override;
     bool hasWork() const override { return !presses_.empty() || keymapMayHaveChanged_; }

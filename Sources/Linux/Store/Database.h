@@ -30,6 +30,7 @@ public:
 
     /// A database of its own in `folder`, which is made with its parents when it is missing.
     explicit Database(const std::filesystem::path& folder);
+    ~Database() = default;
 
     /// Runs one statement that changes something. On return the change outlasts a loss of power.
     /// Waits at most 100 ms for another process. False when nothing was changed.
