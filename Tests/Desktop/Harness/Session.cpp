@@ -59,6 +59,7 @@ std::map<std::string, std::string> Home::settings() const {
     sqlite3* opened = nullptr;
     sqlite3_open_v2(file.c_str(), &opened, SQLITE_OPEN_READONLY, nullptr);
     const std::unique_ptr<sqlite3, decltype(&sqlite3_close)> database(opened, sqlite3_close);
+    sqlite3_busy_timeout(opened, 1000); // milliseconds: the program may be writing or closing
     std::map<std::string, std::string> rows;
     const auto addRow = [](void* into, int, char** values, char**) {
         static_cast<decltype(rows)*>(into)->emplace(values[0], values[1]);
