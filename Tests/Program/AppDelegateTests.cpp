@@ -16,15 +16,11 @@ const std::vector<Display> bothDisplays{
 
 class Delegate : public Program {
 protected:
-    Delegate() { launch(); }
-
-    void launch() {
-        start();
+    Delegate() {
         state.displays = bothDisplays;
-        state.screens = {screen(1, "left", {{0, 0}, {1920, 1080}}),
-                         screen(2, "right", {{1920, 0}, {2560, 1440}})};
+        state.screens = {screen(1, {}, {{0, 0}, {1920, 1080}}), screen(2, {}, {{1920, 0}, {1, 1}})};
         delegate->applicationDidFinishLaunching();
-        launchLog = takeLog();
+        launchLog = state.takeLog();
     }
 
     std::shared_ptr<tsy::AppDelegate> delegate = tsy::AppDelegate::make();
@@ -45,28 +41,29 @@ TEST_F(Delegate, LaunchSeedsEachDisplayThenRegistersBothShortcuts) {
 
 TEST_F(Delegate, PressSwitchesTheDisplayUnderThePointerToItsPreset) {
     press(113);
-    state.pointer = {2000, 1200};
+    state.pointer = {1920, 0};
     press(107);
     delegate->switchTo(Slot::one, tsy::DisplayManager::connectedDisplays().front());
-    EXPECT_EQ(takeLog(), "list modes of 1; begin; configure 1 to mode 12; complete permanently; "
-                         "list modes of 2; begin; configure 2 to mode 20; complete permanently; "
-                         "list modes of 1; begin; configure 1 to mode 11; complete permanently")
+    EXPECT_EQ(state.takeLog(),
+              "list modes of 1; begin; configure 1 to mode 12; complete permanently; "
+              "list modes of 2; begin; configure 2 to mode 20; complete permanently; "
+              "list modes of 1; begin; configure 1 to mode 11; complete permanently")
         << "a display that is given goes before the pointer";
 }
 
 TEST_F(Delegate, EveryFailureOfAPressIsOneBeep) {
-    const std::vector<std::pair<void (*)(), std::string>> rows{
-        {[] { state.displays.clear(); }, "beep"},
-        {[] { state.defaults["mode.builtin.one"] = NSData{}; }, "beep"},
-        {[] { state.displays[0].modes.clear(); }, "list modes of 1; beep"},
+    // clang-format off
+    const std::vector<std::pair<void (*)(), std::string>> rows{ // each stays when the next one comes
         {[] { state.refused = "begin"; }, "list modes of 1; begin; beep"},
-        {[] { state.displays = {{.id = 3, .serial = 31, .modes = {}}}; }, // it has just appeared
-         "store seeded.10-20-31 = true; list modes of 3; beep"}};
+        {[] { state.displays[0].modes.clear(); }, "list modes of 1; beep"},
+        {[] { state.defaults["mode.builtin.one"] = NSData{}; }, "beep"},
+        {[] { state.displays = {{.model = 2, .modes = {}}}; }, "store seeded.10-2-30 = true; list modes of 1; beep"},
+        {[] { state.displays.clear(); }, "beep"}};
+    // clang-format on
     for (const auto& [arrange, log] : rows) {
-        launch();
         arrange();
         press(107);
-        EXPECT_EQ(takeLog(), log);
+        EXPECT_EQ(state.takeLog(), log);
     }
 }
 
@@ -74,23 +71,23 @@ TEST_F(Delegate, ChangedShortcutsReplaceTheRegisteredOnesUntilTheEnd) {
     tsy::Settings::shared().setShortcut(std::nullopt, Slot::one);
     tsy::Settings::shared().setShortcut(Shortcut{113, 0}, Slot::one); // both slots share it
     delegate->applicationWillTerminate();
-    EXPECT_EQ(
-        takeLog(),
-        "store shortcut.one = zero bytes; tessary.tsy.shortcutsChanged; "
-        "withdraw; withdraw; register 113 + 0 as 3; "
-        R"(store shortcut.one = {"keyCode":113,"modifiers":0}; tessary.tsy.shortcutsChanged; )"
-        "withdraw; register 113 + 0 as 4; register 113 + 0 as 5; "
-        "log: TSY: failed to register F15 (status -9878); withdraw");
+    // clang-format off
+    EXPECT_EQ(state.takeLog(),
+        "store shortcut.one = zero bytes; tessary.tsy.shortcutsChanged; withdraw; withdraw; "
+        "register 113 + 0 as 3; "
+        R"(store shortcut.one = {"keyCode":113,"modifiers":0}; tessary.tsy.shortcutsChanged; withdraw; )"
+        "register 113 + 0 as 4; register 113 + 0 as 5; log: TSY: failed to register F15 (status -9878); withdraw");
+    // clang-format on
 }
 
 TEST_F(Delegate, ChangedDisplaysSeedWhatIsNewOnceTheMainQueueRuns) {
     state.displays.push_back({.id = 3, .serial = 31, .modes = {}});
     for (const CGDisplayChangeSummaryFlags flags : {1U, 0U, 1U | 2U, 2U}) // 1: before the change
         reportChange(3, flags);
-    EXPECT_EQ(takeLog(), "");
+    EXPECT_EQ(state.takeLog(), "");
     runMainQueue();
-    EXPECT_EQ(takeLog(), "tessary.tsy.displaysChanged; store seeded.10-20-31 = true; "
-                         "list modes of 3; tessary.tsy.displaysChanged");
+    EXPECT_EQ(state.takeLog(), "tessary.tsy.displaysChanged; store seeded.10-20-31 = true; "
+                               "list modes of 3; tessary.tsy.displaysChanged");
 }
 
 } // namespace

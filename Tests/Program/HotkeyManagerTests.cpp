@@ -5,70 +5,58 @@ using Hotkeys = Program;
 namespace {
 
 tsy::HotkeyManager& manager = tsy::HotkeyManager::shared();
-constexpr Shortcut f14{107, 0};
-constexpr Shortcut commandA{0, tsy::ModifierFlags::command};
 
-tsy::HotkeyManager::Handler noting(const char* line) {
-    return [line] { note(line); };
+/// Requests a key with the command key, whose presses the log then names.
+void request(std::uint16_t keyCode, const char* line) {
+    manager.register_({keyCode, tsy::ModifierFlags::command}, [line] { state.note(line); });
 }
 
 TEST_F(Hotkeys, ComeBackInOrderUnderNewNumbersAfterASuspension) {
-    manager.register_(f14, noting("first"));
+    request(107, "first");
     manager.setSuspended(false); // already so: nothing happens
     manager.setSuspended(true);
     manager.setSuspended(true);
-    manager.register_(commandA, noting("second"));
+    request(0, "second");
     sendHotKeyEvent(1); // it was on its way
     manager.setSuspended(false);
     press(0, cmdKey);
-    press(107);
-    EXPECT_EQ(takeLog(), "register 107 + 0 as 1; withdraw; register 107 + 0 as 2; "
-                         "register 0 + 256 as 3; second; first");
     manager.setSuspended(true);
-    manager.unregisterAll(); // forgets them, but not the suspension
-    manager.register_(commandA, {});
-    note("resumption");
+    manager.unregisterAll(); // forgets the requests, but not the suspension
+    request(1, "third");
+    state.note("resumption");
     manager.setSuspended(false);
-    EXPECT_EQ(takeLog(), "withdraw; withdraw; resumption; register 0 + 256 as 4");
+    EXPECT_EQ(state.takeLog(), "register 107 + 256 as 1; withdraw; register 107 + 256 as 2; "
+                               "register 0 + 256 as 3; second; withdraw; withdraw; resumption; "
+                               "register 1 + 256 as 4");
 }
 
 TEST_F(Hotkeys, RefusalIsLoggedUsesUpItsNumberAndIsTriedAgain) {
-    state.refused = "register 107";
-    manager.register_(f14, noting("first"));
+    state.refused = "register";
+    request(107, "first");
+    state.hotKeyRefusal = noErr;
+    request(0, "second");
     sendHotKeyEvent(1);
-    state.handsBackNothing = true;
-    manager.register_(commandA, noting("second"));
-    state.handsBackNothing = false;
     state.refused = "nothing";
     manager.setSuspended(true);
     manager.setSuspended(false);
-    EXPECT_EQ(takeLog(), "register 107 + 0 as 1; log: TSY: failed to register F14 (status -9878); "
-                         "register 0 + 256 as 2; log: TSY: failed to register ⌘A (status 0); "
-                         "register 107 + 0 as 3; register 0 + 256 as 4");
+    EXPECT_EQ(state.takeLog(),
+              "register 107 + 256 as 1; log: TSY: failed to register ⌘F14 (status -9878); "
+              "register 0 + 256 as 2; log: TSY: failed to register ⌘A (status 0); "
+              "register 107 + 256 as 3; register 0 + 256 as 4");
 }
 
 TEST_F(Hotkeys, HandlerMayChangeTheRegistrationsWhileItRuns) {
-    const std::string captured = "a text too long for its handler to keep it inside itself";
-    manager.register_(f14, [captured] {
+    manager.register_({107, 0}, [text = std::string("longer than its handler is")] {
         manager.unregisterAll();
-        for (std::uint16_t code = 0; code < 100; ++code) // makes the tables grow
-            manager.register_({code, 0}, {});
-        takeLog();
-        note(captured);
+        state.note(text);
     });
-    press(107);
-    press(107); // withdrawn
-    EXPECT_EQ(takeLog(), captured);
-}
-
-TEST_F(Hotkeys, EventsAreDispatchedByNumberAlone) {
-    manager.register_(f14, noting("pressed"));
-    EXPECT_EQ(sendHotKeyEvent(1), noErr);
-    EXPECT_EQ(sendHotKeyEvent(2), noErr);
     EXPECT_EQ(sendHotKeyEvent(std::nullopt), noErr);
     state.refused = "read event";
     EXPECT_EQ(sendHotKeyEvent(1), eventParameterNotFoundErr);
-    EXPECT_EQ(takeLog(), "register 107 + 0 as 1; pressed");
+    state.refused = "nothing";
+    EXPECT_EQ(sendHotKeyEvent(1), noErr);
+    EXPECT_EQ(sendHotKeyEvent(1), noErr) << "withdrawn";
+    EXPECT_EQ(state.takeLog(), "register 107 + 0 as 1; withdraw; longer than its handler is");
 }
 
 } // namespace

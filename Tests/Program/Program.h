@@ -13,20 +13,18 @@ using tsy::ModeSpec;
 using tsy::Shortcut;
 using tsy::Slot;
 
-/// Starts each test on a fresh platform, whatever ran before it in the same process. The log names
-/// the program's notifications as they are posted.
+/// The log names the program's notifications as they are posted.
+inline const bool isObserving = [] {
+    for (const auto name : {tsy::bindingsChanged, tsy::shortcutsChanged, tsy::displaysChanged})
+        NSNotificationCenter::defaultCenter().addObserverForName(name,
+                                                                 [name] { state.note(name); });
+    return true;
+}();
+
+/// Starts each test on a fresh platform, whatever ran before it in the same process.
 class Program : public testing::Test {
 protected:
-    Program() { start(); }
-
-    static void start() {
-        [[maybe_unused]] static const bool isObserving = [] {
-            for (const auto name :
-                 {tsy::bindingsChanged, tsy::shortcutsChanged, tsy::displaysChanged})
-                NSNotificationCenter::defaultCenter().addObserverForName(name,
-                                                                         [name] { note(name); });
-            return true;
-        }();
+    Program() {
         tsy::HotkeyManager::shared().setSuspended(false);
         tsy::HotkeyManager::shared().unregisterAll();
         reset();

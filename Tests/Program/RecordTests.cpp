@@ -11,7 +11,7 @@ TEST(Mode, IsReadOnlyFromItsOwnForm) {
               (ModeSpec{1, INT64_MAX, false, INT64_MIN}));
     // clang-format off
     const std::vector<std::pair<std::string, std::string>> damages{
-        {form, ""}, {form, "1440"}, {"}", "}}"}, {"{", "[{"}, {"{", "/**/{"}, {"{", "\xEF\xBB\xBF{"},
+        {form, ""}, {form, "1440"}, {"}", "}}"}, {form, "[" + form + "]"}, {"{", "/**/{"}, {"{", "\xEF\xBB\xBF{"},
         {"}", ",}"}, {"}", {'}', '\0'}}, {"}", ",\"x\":\"\xFF\"}"}, {"}", ",\"width\":null}"},
         {"width", "x"}, {"height", "x"}, {"isHiDPI", "x"}, {"refreshRate", "x"}, // it is missing
         {"true", "1"}, {"true", "\"true\""}, {"60", "60.0"}, {"60", "6e1"}, {"60", "true"},
@@ -34,19 +34,14 @@ TEST(Shortcuts, AreReadOnlyFromTheirOwnForm) {
 }
 
 TEST(Shortcuts, NameEachKeyOfAUSKeyboardForTextsAndMenus) {
-    std::map<std::string, std::string> equivalents{
-        {"↑", "\uF700"}, {"↓", "\uF701"}, {"←", "\uF702"}, {"→", "\uF703"}, {"⌦", "\uF728"},
-        {"↖", "\uF729"}, {"↘", "\uF72B"}, {"⇞", "\uF72C"}, {"⇟", "\uF72D"}};
-    for (int number = 1; number <= 20; ++number) // F1 is U+F704
-        equivalents["F" + std::to_string(number)] =
-            "\xEF\x9C" + std::string(1, static_cast<char>(0x83 + number));
     std::string names;
+    std::string specialKeys;
     for (std::uint16_t code = 0; code < 128; ++code) {
         const std::string name = Shortcut::keyName(code);
+        const std::string equivalent = Shortcut{code, 0}.menuKeyEquivalent();
         names += (name == "Key " + std::to_string(code) ? "_" : name) + " ";
-        if (name.size() == 1)
-            equivalents[name] = static_cast<char>(std::tolower(name[0]));
-        EXPECT_EQ((Shortcut{code, 0}.menuKeyEquivalent()), equivalents[name]) << name;
+        specialKeys += name.size() > 1 ? equivalent : "";
+        EXPECT_TRUE(name.size() > 1 || equivalent[0] == std::tolower(name[0])) << name;
         EXPECT_EQ(Shortcut::isFunctionKey(code), name[0] == 'F' && name != "F") << name;
     }
     EXPECT_EQ(names,
@@ -54,12 +49,19 @@ TEST(Shortcuts, NameEachKeyOfAUSKeyboardForTextsAndMenus) {
               R"(↩ L J ' K ; \ , / N M . ⇥ Space ` ⌫ _ ⎋ _ _ _ _ _ _ _ _ _ _ F17 . _ * _ + _ ⌧ )"
               R"(_ _ _ / ↩ _ - F18 F19 = 0 1 2 3 4 5 6 7 F20 8 9 _ _ _ F5 F6 F7 F3 F8 F9 _ F11 )"
               R"(_ F13 F16 F14 _ F10 _ F12 _ F15 _ ↖ ⇞ ⌦ F4 ↘ F2 ⇟ F1 ← → ↓ ↑ _ )");
+    // clang-format off
+    EXPECT_EQ(specialKeys,
+        "\uF714\uF715\uF716\uF717\uF708\uF709\uF70A\uF706\uF70B\uF70C\uF70E\uF710\uF713\uF711\uF70D"
+        "\uF70F\uF712\uF729\uF72C\uF728\uF707\uF72B\uF705\uF72D\uF704\uF702\uF703\uF701\uF700");
+    // clang-format on
 }
 
 TEST(Shortcuts, KnowOnlyFourModifiers) {
+    // clang-format off
     const std::vector<std::tuple<std::uint64_t, std::string, std::uint32_t>> rows{
-        {0x20000, "⇧A", 0x200},  {0x40000, "⌃A", 0x1000},     {0x80000, "⌥A", 0x800},
-        {0x100000, "⌘A", 0x100}, {0x1E0000, "⌃⌥⇧⌘A", 0x1B00}, {~0x1E0000ULL, "A", 0}};
+        {0x20000, "⇧A", 0x200}, {0x40000, "⌃A", 0x1000}, {0x80000, "⌥A", 0x800}, {0x100000, "⌘A", 0x100},
+        {0x1E0000, "⌃⌥⇧⌘A", 0x1B00}, {~0x1E0000ULL, "A", 0}};
+    // clang-format on
     for (const auto& [modifiers, text, carbon] : rows) {
         EXPECT_EQ((Shortcut{0, modifiers}.displayText()), text);
         EXPECT_EQ((Shortcut{0, modifiers}.carbonModifiers()), carbon) << text;

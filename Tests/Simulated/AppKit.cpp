@@ -5,5 +5,5 @@
 // clang-format off
 std::vector<NSScreen> NSScreen::screens() { return simulated::state.screens; }
 CGPoint NSEvent::mouseLocation() { return simulated::state.pointer; }
-void NSSound::beep() { simulated::note("beep"); }
+void NSSound::beep() { simulated::state.note("beep"); }
 // clang-format on

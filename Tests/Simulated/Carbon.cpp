@@ -2,17 +2,10 @@
 
 #include <cstring>
 
-using simulated::note;
 using simulated::state;
 
 struct OpaqueEventTargetRef {};
 struct OpaqueEventRef : EventHotKeyID {};
-
-namespace {
-
-EventHandlerUPP hotKeyHandler = nullptr; // installed once for the rest of the process
-
-} // namespace
 
 EventTargetRef GetApplicationEventTarget() {
     static OpaqueEventTargetRef target;
@@ -25,7 +18,7 @@ OSStatus InstallEventHandler(EventTargetRef target, EventHandlerUPP handler, std
     if (target != GetApplicationEventTarget() || typeCount != 1 ||
         types->eventClass != kEventClassKeyboard || types->eventKind != kEventHotKeyPressed)
         return paramErr;
-    hotKeyHandler = handler;
+    simulated::hotKeyHandler = handler;
     return noErr;
 }
 
@@ -46,21 +39,18 @@ OSStatus RegisterEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
         state.firstHotKey = identifier.id;
     const std::string request =
         "register " + std::to_string(keyCode) + " + " + std::to_string(modifiers);
-    note(request + " as " + std::to_string(identifier.id - *state.firstHotKey + 1));
+    state.note(request + " as " + std::to_string(identifier.id - *state.firstHotKey + 1));
     if (target != GetApplicationEventTarget() || options != 0 ||
         identifier.signature != fourCharCode("TSYx"))
         return paramErr;
-    *hotKey = nullptr;
-    if (state.handsBackNothing)
-        return noErr;
     if (state.refuses(request) || state.hotKeys.contains({keyCode, modifiers}))
-        return eventHotKeyExistsErr;
+        return state.hotKeyRefusal;
     *hotKey = &(state.hotKeys[{keyCode, modifiers}] = {identifier});
     return noErr;
 }
 
 OSStatus UnregisterEventHotKey(EventHotKeyRef hotKey) {
-    note("withdraw");
+    state.note("withdraw");
     std::erase_if(state.hotKeys, [hotKey](auto& entry) { return &entry.second == hotKey; });
     return noErr;
 }

@@ -2,22 +2,18 @@
 
 #include <algorithm>
 
-using simulated::note;
 using simulated::state;
 
 namespace {
 
-std::vector<CGDisplayReconfigurationCallBack> changeCallbacks; // for the rest of the process
-
-simulated::Display& find(CGDirectDisplayID id) {
-    static simulated::Display none;
-    none = {0, false, false, 0, 0, 0, {}, 0};
+const simulated::Display& find(CGDirectDisplayID id) {
+    static const simulated::Display none{0, false, false, 0, 0, 0, {}, 0};
     const auto display = std::ranges::find(state.displays, id, &simulated::Display::id);
     return display != state.displays.end() ? *display : none;
 }
 
 CGError answerTo(const std::string& request) {
-    note(request);
+    state.note(request);
     return state.refuses(request) ? kCGErrorFailure : kCGErrorSuccess;
 }
 
@@ -26,7 +22,7 @@ CGError answerTo(const std::string& request) {
 std::optional<std::vector<CGDisplayModeRef>>
 CGDisplayCopyAllDisplayModes(CGDirectDisplayID display, const CFDictionary& options) {
     const bool all = options == CFDictionary{{kCGDisplayShowDuplicateLowResolutionModes, true}};
-    note((all ? "list modes of " : "list only some modes of ") + std::to_string(display));
+    state.note((all ? "list modes of " : "list only some modes of ") + std::to_string(display));
     if (find(display).id != display)
         return std::nullopt;
     std::vector<CGDisplayModeRef> modes;
@@ -36,10 +32,9 @@ CGDisplayCopyAllDisplayModes(CGDirectDisplayID display, const CFDictionary& opti
 }
 
 CGDisplayModeRef CGDisplayCopyDisplayMode(CGDirectDisplayID display) {
-    for (const CGDisplayMode& mode : find(display).modes)
-        if (mode.ioDisplayModeID == find(display).currentMode)
-            return std::make_shared<CGDisplayMode>(mode);
-    return nullptr;
+    const auto& [modes, current] = std::tie(find(display).modes, find(display).currentMode);
+    const auto mode = std::ranges::find(modes, current, &CGDisplayMode::ioDisplayModeID);
+    return mode != modes.end() ? std::make_shared<CGDisplayMode>(*mode) : nullptr;
 }
 
 CGError CGGetActiveDisplayList(std::uint32_t capacity, CGDirectDisplayID* displays,
@@ -58,35 +53,29 @@ bool CGDisplayIsMain(CGDirectDisplayID display) { return find(display).isMain; }
 std::uint32_t CGDisplayVendorNumber(CGDirectDisplayID display) { return find(display).vendor; }
 std::uint32_t CGDisplayModelNumber(CGDirectDisplayID display) { return find(display).model; }
 std::uint32_t CGDisplaySerialNumber(CGDirectDisplayID display) { return find(display).serial; }
+CGError CGCancelDisplayConfiguration(CGDisplayConfigRef /*configuration*/) { return answerTo("cancel"); }
 // clang-format on
 
 CGError CGBeginDisplayConfiguration(CGDisplayConfigRef* configuration) {
-    *configuration = state.handsBackNothing ? nullptr : &state.transaction;
+    *configuration = &state.transaction;
     return answerTo("begin");
 }
 
-CGError CGConfigureDisplayWithDisplayMode(CGDisplayConfigRef configuration,
+CGError CGConfigureDisplayWithDisplayMode(CGDisplayConfigRef /*configuration*/,
                                           CGDirectDisplayID display, const CGDisplayModeRef& mode) {
-    *configuration = {display, mode->ioDisplayModeID};
     return answerTo("configure " + std::to_string(display) + " to mode " +
                     std::to_string(mode->ioDisplayModeID));
 }
 
-CGError CGCompleteDisplayConfiguration(CGDisplayConfigRef configuration, CGConfigureOption option) {
-    const CGError error = answerTo(option == kCGConfigurePermanently ? "complete permanently"
-                                                                     : "complete for a while");
-    if (error == kCGErrorSuccess)
-        find(configuration->display).currentMode = configuration->mode;
-    return error;
-}
-
-CGError CGCancelDisplayConfiguration(CGDisplayConfigRef /*configuration*/) {
-    return answerTo("cancel");
+CGError CGCompleteDisplayConfiguration(CGDisplayConfigRef /*configuration*/,
+                                       CGConfigureOption option) {
+    return answerTo(option == kCGConfigurePermanently ? "complete permanently"
+                                                      : "complete for a while");
 }
 
 CGError CGDisplayRegisterReconfigurationCallback(CGDisplayReconfigurationCallBack callback,
                                                  void* /*userInfo*/) {
-    changeCallbacks.push_back(callback);
+    simulated::changeCallbacks.push_back(callback);
     return kCGErrorSuccess;
 }
 

@@ -2,7 +2,6 @@
 
 #include <utility>
 
-using simulated::note;
 using simulated::state;
 
 namespace {
@@ -15,45 +14,33 @@ std::optional<T> stored(std::string_view key) {
 }
 
 void store(std::string_view key, const simulated::Value& value, const std::string& text) {
-    note("store " + std::string(key) + " = " + text);
+    state.note("store " + std::string(key) + " = " + text);
     state.defaults.insert_or_assign(std::string(key), value);
 }
 
 } // namespace
-
-void NSLog(std::string_view line) {
-    note("log: " + std::string(line));
-}
 
 NSUserDefaults& NSUserDefaults::standardUserDefaults() {
     static auto& defaults = *new NSUserDefaults;
     return defaults;
 }
 
-std::optional<NSData> NSUserDefaults::dataForKey(std::string_view key) const {
-    return stored<NSData>(key);
-}
-
 void NSUserDefaults::setObject(const NSData& data, std::string_view key) {
     store(key, data, data.empty() ? "zero bytes" : std::string(data.begin(), data.end()));
 }
 
-bool NSUserDefaults::boolForKey(std::string_view key) const {
-    return stored<bool>(key).value_or(false);
-}
-
-void NSUserDefaults::setBool(bool value, std::string_view key) {
-    store(key, value, value ? "true" : "false");
-}
-
 void NSUserDefaults::removeObjectForKey(std::string_view key) {
-    note("remove " + std::string(key));
+    state.note("remove " + std::string(key));
     state.defaults.erase(std::string(key));
 }
 
-void DispatchQueue::mainAsync(std::function<void()> task) {
-    state.mainQueue.push_back(std::move(task));
-}
+// clang-format off
+std::optional<NSData> NSUserDefaults::dataForKey(std::string_view key) const { return stored<NSData>(key); }
+bool NSUserDefaults::boolForKey(std::string_view key) const { return stored<bool>(key).value_or(false); }
+void NSUserDefaults::setBool(bool value, std::string_view key) { store(key, value, value ? "true" : "false"); }
+void NSLog(std::string_view line) { state.note("log: " + std::string(line)); }
+void DispatchQueue::mainAsync(std::function<void()> task) { state.mainQueue.push_back(std::move(task)); }
+// clang-format on
 
 void simulated::runMainQueue() {
     while (!state.mainQueue.empty())

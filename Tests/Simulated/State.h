@@ -10,11 +10,7 @@
 
 struct OpaqueEventHotKeyRef : EventHotKeyID {};
 
-/// The program configures one display in each transaction.
-struct CGDisplayConfig {
-    CGDirectDisplayID display = 0;
-    std::uint32_t mode = 0; ///< its number
-};
+struct CGDisplayConfig {};
 
 namespace simulated {
 
@@ -33,7 +29,8 @@ using Value = std::variant<NSData, bool, std::string>;
 
 /// All that `reset` puts back.
 struct State {
-    /// What the program asked for, as far as it changes something or costs something, in order.
+    /// What the program asked for since `takeLog`, as far as it changes something or costs
+    /// something, in order and separated by "; ".
     /// Hot keys are numbered from the first attempt on, whatever their identifiers in the process;
     /// withdrawals are not, for they may come in any order.
     std::string log;
@@ -42,7 +39,7 @@ struct State {
     /// restarts, another program holds the key, the hardware cannot show the mode. "count", "list"
     /// and "read event" are not in the log.
     std::string refused = "nothing";
-    bool handsBackNothing = false; ///< success without a handle: out of resources
+    OSStatus hotKeyRefusal = eventHotKeyExistsErr; ///< 0: success, but without a handle
 
     std::vector<Display> displays;
     /// What the listing reports although the count was different: a display was unplugged (fewer)
@@ -60,22 +57,22 @@ struct State {
     std::vector<std::function<void()>> mainQueue;
 
     bool refuses(std::string_view request) const { return request.starts_with(refused); }
+    void note(std::string_view line) { log.append(log.empty() ? "" : "; ").append(line); }
+    std::string takeLog() { return std::exchange(log, {}); }
 };
 
 inline State state;
 
-/// Puts back everything but what the program registers once and for the rest of the process.
+/// What the program registers once and for the rest of the process.
+inline EventHandlerUPP hotKeyHandler = nullptr;
+inline std::vector<CGDisplayReconfigurationCallBack> changeCallbacks;
+
 void reset();
-
-void note(std::string_view line);
-
-/// What the program asked for since the last time, separated by "; ".
-std::string takeLog();
 
 /// Bytes that spell `text`.
 NSData bytes(std::string_view text);
 
-NSScreen screen(CGDirectDisplayID display, std::string name, CGRect frame = {});
+NSScreen screen(CGDirectDisplayID display, std::optional<std::string> name, CGRect frame);
 
 // What the user and the desktop do.
 
