@@ -111,8 +111,8 @@ std::vector<DisplayMode> modes(CGDirectDisplayID display) {
     std::vector<DisplayMode> catalogue;
     catalogue.reserve(table.size());
     for (const Candidate* candidate : sorted(table))
-        catalogue.push_back({candidate->spec, candidate->cg,
-                             labelOf(candidate->spec, table, showsRefreshRates)});
+        catalogue.push_back(
+            {candidate->spec, candidate->cg, labelOf(candidate->spec, table, showsRefreshRates)});
     return catalogue;
 }
 

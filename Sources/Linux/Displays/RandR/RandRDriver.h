@@ -46,8 +46,8 @@ private:
     Density density_;
     std::optional<PixelSize> ownScreenSize_; ///< the last one that we set
     Configuration configuration_;
-    DisplayRecords displays_; ///< what configuration_ means
-    DisplayRecords reported_; ///< what the program was last told
+    DisplayRecords displays_;   ///< what configuration_ means
+    DisplayRecords reported_;   ///< what the program was last told
     bool isStale_ = false;      ///< something changed since configuration_ was read
     bool isUnreported_ = false; ///< displays_ may differ from reported_
     ReportHandler report_;
