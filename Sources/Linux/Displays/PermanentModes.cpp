@@ -37,7 +37,7 @@ std::optional<Values> keptMode(Database& database, const DisplayRecord& display)
         database.query("SELECT width, height, millihertz, flags FROM permanent_modes "
                        "WHERE vendor = ? AND model = ? AND serial = ? AND connector = ?",
                        keyOf(display));
-    return rows.empty() ? std::nullopt : std::optional(rows.front());
+    return rows && !rows->empty() ? std::optional(rows->front()) : std::nullopt;
 }
 
 } // namespace

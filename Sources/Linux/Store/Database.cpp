@@ -95,13 +95,14 @@ bool Database::execute(std::string_view sql, const std::vector<SqlValue>& values
     return status == SQLITE_OK;
 }
 
-std::vector<Row> Database::query(std::string_view sql, const std::vector<SqlValue>& values) {
+std::optional<std::vector<Row>> Database::query(std::string_view sql,
+                                                const std::vector<SqlValue>& values) {
     std::vector<Row> rows;
     const int status = run(sql, values, rows);
     if (status == SQLITE_OK)
         return rows;
     NSLog("tessary: a setting was not read: " + std::string(sqlite3_errstr(status)));
-    return {};
+    return std::nullopt;
 }
 
 int Database::run(std::string_view sql, const std::vector<SqlValue>& values,

@@ -36,8 +36,12 @@ public:
     /// Waits at most 100 ms for another process. False when nothing was changed.
     bool execute(std::string_view sql, const std::vector<SqlValue>& values = {});
 
-    /// The rows of one statement. None when it fails.
-    std::vector<Row> query(std::string_view sql, const std::vector<SqlValue>& values = {});
+    /// The rows of one statement. Nothing when it fails, which is not the same as no rows.
+    std::optional<std::vector<Row>> query(std::string_view sql,
+                                          const std::vector<SqlValue>& values = {});
+
+    /// Where the file is.
+    std::filesystem::path folder() const { return path_.parent_path(); }
 
     Database(const Database&) = delete;
     Database& operator=(const Database&) = delete;

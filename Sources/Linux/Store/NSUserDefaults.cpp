@@ -1,6 +1,7 @@
 #include "Platform/Foundation.h"
 
 #include "Linux/Store/Database.h"
+#include "Linux/Store/SettingsCache.h"
 
 namespace {
 
@@ -9,9 +10,8 @@ using tessary::SqlValue;
 
 /// The value under `key`; NULL when there is none.
 SqlValue valueOf(std::string_view key) {
-    const auto rows =
-        Database::shared().query("SELECT value FROM defaults WHERE key = ?", {std::string(key)});
-    return rows.empty() ? SqlValue() : rows.front().front();
+    static auto& cache = *new tessary::SettingsCache(Database::shared());
+    return cache.valueOf(key);
 }
 
 void store(std::string_view key, SqlValue value) {
