@@ -74,8 +74,16 @@ TEST_F(Life, ANewSessionGetsThePermanentModesBackButNotWhereSomebodyElseChoseSin
     };
     press(keys::f15, 640, "2560x1440+0+0 60.00 Hz", "1280x720+2560+0 60.00 Hz");
     press(keys::f15, 2570, "2560x1440+0+0 60.00 Hz", "2560x1440+2560+0 60.00 Hz");
+    // Unplugged and plugged in again, at its first mode. Presses come behind a change, so it has
+    // been seen when they have.
+    server_.xrandr({"--output", "DUMMY1", "--off"});
+    client_.tap(keys::f14);
+    expected = {{"DUMMY0", "1920x1080+0+0 59.96 Hz"}};
+    ASSERT_EQ(layoutOnce(expected), expected);
+    server_.xrandr({"--output", "DUMMY1", "--mode", "2048x1536", "--right-of", "DUMMY0"});
+    expected["DUMMY1"] = "2560x1440+1920+0 60.00 Hz";
+    ASSERT_EQ(layoutOnce(expected), expected);
     server_.xrandr({"--output", "DUMMY1", "--mode", "1280x720_60"});
-    // Presses come behind the change, so it has been seen when they have.
     press(keys::f14, 640, "1920x1080+0+0 59.96 Hz", "1280x720+1920+0 60.00 Hz");
     press(keys::f15, 640, "2560x1440+0+0 60.00 Hz", "1280x720+2560+0 60.00 Hz");
     server_.stop();
