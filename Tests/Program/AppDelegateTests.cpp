@@ -57,7 +57,8 @@ TEST_F(Delegate, EveryFailureOfAPressIsOneBeep) {
         {[] { state.refused = "begin"; }, "list modes of 1; begin; beep"},
         {[] { state.displays[0].modes.clear(); }, "list modes of 1; beep"},
         {[] { state.defaults["mode.builtin.one"] = NSData{}; }, "beep"},
-        {[] { state.displays = {{.model = 2, .modes = {}}}; }, "store seeded.10-2-30 = true; list modes of 1; beep"},
+        {[] { state.displays = {{.model = 2, .modes = {}}}; }, // it has just appeared
+         "store seeded.10-2-30 = true; list modes of 1; beep"},
         {[] { state.displays.clear(); }, "beep"}};
     // clang-format on
     for (const auto& [arrange, log] : rows) {
@@ -74,9 +75,9 @@ TEST_F(Delegate, ChangedShortcutsReplaceTheRegisteredOnesUntilTheEnd) {
     // clang-format off
     EXPECT_EQ(state.takeLog(),
         "store shortcut.one = zero bytes; tessary.tsy.shortcutsChanged; withdraw; withdraw; "
-        "register 113 + 0 as 3; "
-        R"(store shortcut.one = {"keyCode":113,"modifiers":0}; tessary.tsy.shortcutsChanged; withdraw; )"
-        "register 113 + 0 as 4; register 113 + 0 as 5; log: TSY: failed to register F15 (status -9878); withdraw");
+        R"(register 113 + 0 as 3; store shortcut.one = {"keyCode":113,"modifiers":0}; )"
+        "tessary.tsy.shortcutsChanged; withdraw; register 113 + 0 as 4; register 113 + 0 as 5; "
+        "log: TSY: failed to register F15 (status -9878); withdraw");
     // clang-format on
 }
 

@@ -11,8 +11,8 @@ TEST(Mode, IsReadOnlyFromItsOwnForm) {
               (ModeSpec{1, INT64_MAX, false, INT64_MIN}));
     // clang-format off
     const std::vector<std::pair<std::string, std::string>> damages{
-        {form, ""}, {form, "1440"}, {"}", "}}"}, {form, "[" + form + "]"}, {"{", "/**/{"}, {"{", "\xEF\xBB\xBF{"},
-        {"}", ",}"}, {"}", {'}', '\0'}}, {"}", ",\"x\":\"\xFF\"}"}, {"}", ",\"width\":null}"},
+        {form, ""}, {form, "1440"}, {"}", "}}"}, {form, "[" + form + "]"}, {"{", "/**/{"}, {"}", ",}"},
+        {"{", "\xEF\xBB\xBF{"}, {"}", {'}', '\0'}}, {"}", ",\"x\":\"\xFF\"}"}, {"}", ",\"width\":null}"},
         {"width", "x"}, {"height", "x"}, {"isHiDPI", "x"}, {"refreshRate", "x"}, // it is missing
         {"true", "1"}, {"true", "\"true\""}, {"60", "60.0"}, {"60", "6e1"}, {"60", "true"},
         {"60", "9223372036854775808"}, {"900", "\"900\""}, {"1440", "-9223372036854775809"}};

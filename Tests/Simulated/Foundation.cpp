@@ -37,7 +37,7 @@ void NSUserDefaults::removeObjectForKey(std::string_view key) {
 // clang-format off
 std::optional<NSData> NSUserDefaults::dataForKey(std::string_view key) const { return stored<NSData>(key); }
 bool NSUserDefaults::boolForKey(std::string_view key) const { return stored<bool>(key).value_or(false); }
-void NSUserDefaults::setBool(bool value, std::string_view key) { store(key, value, value ? "true" : "false"); }
+void NSUserDefaults::setBool(bool is, std::string_view key) { store(key, is, is ? "true" : "false"); }
 void NSLog(std::string_view line) { state.note("log: " + std::string(line)); }
 void DispatchQueue::mainAsync(std::function<void()> task) { state.mainQueue.push_back(std::move(task)); }
 // clang-format on
