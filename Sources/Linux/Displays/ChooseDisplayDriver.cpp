@@ -50,7 +50,7 @@ bool hasRandR(const XConnection& x) {
 bool isXwayland(const XConnection& x) {
     if (hasExtension(x, "XWAYLAND"))
         return true;
-    const auto configuration = readConfiguration(x, Probing::current);
+    const auto configuration = readConfiguration(x);
     return configuration && std::ranges::any_of(configuration->outputs, [](const auto& output) {
                return output.name.starts_with("XWAYLAND");
            });

@@ -1,6 +1,8 @@
 #include "Linux/Displays/RandR/Configuration.h"
 
 #include "Linux/Displays/ModeRate.h"
+#include "Linux/Displays/RandR/ConfigurationDetails.h"
+#include "Linux/Displays/RandR/Questions.h"
 #include "Linux/X11/Reply.h"
 #include "Linux/X11/XConnection.h"
 
@@ -19,7 +21,6 @@ auto* found(const Range& range, Id id) {
     return element != range.end() ? &*element : nullptr;
 }
 
-/// What both kinds of resources reply have in common.
 struct Resources {
     xcb_timestamp_t time = XCB_CURRENT_TIME;
     std::vector<xcb_randr_crtc_t> crtcs;
@@ -36,53 +37,24 @@ ModeTiming timingOf(const xcb_randr_mode_info_t& mode) {
             mode.mode_flags};
 }
 
-Resources resourcesFrom(xcb_timestamp_t time, std::span<const xcb_randr_crtc_t> crtcs,
-                        std::span<const xcb_randr_output_t> outputs,
-                        std::span<const xcb_randr_mode_info_t> modes) {
-    Resources resources{time, {crtcs.begin(), crtcs.end()}, {outputs.begin(), outputs.end()}, {}};
-    for (const xcb_randr_mode_info_t& mode : modes)
-        resources.modes.push_back(timingOf(mode));
-    return resources;
-}
-
-template <typename T>
-std::span<T> spanOf(T* first, int length) {
-    return {first, static_cast<std::size_t>(length)};
-}
-
-std::optional<Resources> currentResources(const XConnection& x) {
+std::optional<Resources> readResources(const XConnection& x) {
     const XReply<xcb_randr_get_screen_resources_current_reply_t> reply(
         xcb_randr_get_screen_resources_current_reply(
             x.get(), xcb_randr_get_screen_resources_current(x.get(), x.root()), nullptr));
     if (!reply)
         return std::nullopt;
-    return resourcesFrom(
-        reply->config_timestamp,
-        spanOf(xcb_randr_get_screen_resources_current_crtcs(reply.get()), reply->num_crtcs),
-        spanOf(xcb_randr_get_screen_resources_current_outputs(reply.get()), reply->num_outputs),
-        spanOf(xcb_randr_get_screen_resources_current_modes(reply.get()), reply->num_modes));
-}
-
-std::optional<Resources> probedResources(const XConnection& x) {
-    const XReply<xcb_randr_get_screen_resources_reply_t> reply(xcb_randr_get_screen_resources_reply(
-        x.get(), xcb_randr_get_screen_resources(x.get(), x.root()), nullptr));
-    if (!reply)
-        return std::nullopt;
-    return resourcesFrom(
-        reply->config_timestamp,
-        spanOf(xcb_randr_get_screen_resources_crtcs(reply.get()), reply->num_crtcs),
-        spanOf(xcb_randr_get_screen_resources_outputs(reply.get()), reply->num_outputs),
-        spanOf(xcb_randr_get_screen_resources_modes(reply.get()), reply->num_modes));
-}
-
-/// Sends all requests of one kind before reading the first reply.
-template <typename Id, typename Send>
-auto sentForAll(const std::vector<Id>& ids, Send send) {
-    std::vector<decltype(send(ids.front()))> cookies;
-    cookies.reserve(ids.size());
-    for (const Id id : ids)
-        cookies.push_back(send(id));
-    return cookies;
+    const auto crtcs =
+        spanOf(xcb_randr_get_screen_resources_current_crtcs(reply.get()), reply->num_crtcs);
+    const auto outputs =
+        spanOf(xcb_randr_get_screen_resources_current_outputs(reply.get()), reply->num_outputs);
+    const auto modes =
+        spanOf(xcb_randr_get_screen_resources_current_modes(reply.get()), reply->num_modes);
+    Resources resources{reply->config_timestamp,
+                        {crtcs.begin(), crtcs.end()},
+                        {outputs.begin(), outputs.end()},
+                        {}};
+    std::ranges::transform(modes, std::back_inserter(resources.modes), timingOf);
+    return resources;
 }
 
 CrtcState crtcFrom(xcb_randr_crtc_t id, const xcb_randr_get_crtc_info_reply_t& info) {
@@ -140,110 +112,6 @@ bool readCrtcsAndOutputs(const XConnection& x, const Resources& resources, Confi
     return fits;
 }
 
-bool isIdentity(const xcb_render_transform_t& t) {
-    constexpr xcb_render_fixed_t one = 1 << 16;
-    return t.matrix11 == one && t.matrix22 == one && t.matrix33 == one && t.matrix12 == 0 &&
-           t.matrix13 == 0 && t.matrix21 == 0 && t.matrix23 == 0 && t.matrix31 == 0 &&
-           t.matrix32 == 0;
-}
-
-Panning panningFrom(const xcb_randr_get_panning_reply_t& reply) {
-    return {reply.left,        reply.top,        reply.width,        reply.height,
-            reply.track_left,  reply.track_top,  reply.track_width,  reply.track_height,
-            reply.border_left, reply.border_top, reply.border_right, reply.border_bottom};
-}
-
-/// Panning and transform of the CRTCs that show something.
-void readCrtcDetails(const XConnection& x, std::vector<CrtcState>& crtcs) {
-    std::vector<CrtcState*> active;
-    for (CrtcState& crtc : crtcs)
-        if (crtc.mode != XCB_NONE)
-            active.push_back(&crtc);
-    const auto pannings = sentForAll(
-        active, [&](const CrtcState* crtc) { return xcb_randr_get_panning(x.get(), crtc->id); });
-    const auto transforms = sentForAll(active, [&](const CrtcState* crtc) {
-        return xcb_randr_get_crtc_transform(x.get(), crtc->id);
-    });
-    for (std::size_t i = 0; i < active.size(); ++i) {
-        const XReply<xcb_randr_get_panning_reply_t> panning(
-            xcb_randr_get_panning_reply(x.get(), pannings[i], nullptr));
-        if (panning)
-            active[i]->panning = panningFrom(*panning);
-        const XReply<xcb_randr_get_crtc_transform_reply_t> transform(
-            xcb_randr_get_crtc_transform_reply(x.get(), transforms[i], nullptr));
-        active[i]->isTransformed = transform && !isIdentity(transform->current_transform);
-    }
-}
-
-constexpr std::uint32_t longestProperty = 1024; // in words: an EDID with all its extensions fits
-
-XReply<xcb_randr_get_output_property_reply_t>
-propertyReply(const XConnection& x, xcb_randr_get_output_property_cookie_t cookie) {
-    return XReply<xcb_randr_get_output_property_reply_t>(
-        xcb_randr_get_output_property_reply(x.get(), cookie, nullptr));
-}
-
-std::optional<std::uint32_t> wordOf(const xcb_randr_get_output_property_reply_t* reply) {
-    if (reply == nullptr || reply->format != 32 || reply->num_items < 1)
-        return std::nullopt;
-    std::uint32_t word = 0;
-    const auto* data = xcb_randr_get_output_property_data(reply);
-    std::copy_n(data, sizeof word, reinterpret_cast<std::uint8_t*>(&word));
-    return word;
-}
-
-std::string atomName(const XConnection& x, xcb_atom_t atom) {
-    const XReply<xcb_get_atom_name_reply_t> reply(
-        xcb_get_atom_name_reply(x.get(), xcb_get_atom_name(x.get(), atom), nullptr));
-    if (!reply)
-        return {};
-    const auto name =
-        spanOf(xcb_get_atom_name_name(reply.get()), xcb_get_atom_name_name_length(reply.get()));
-    return {name.begin(), name.end()};
-}
-
-std::array<xcb_atom_t, 3> atoms(const XConnection& x, std::array<std::string_view, 3> names) {
-    std::array<xcb_intern_atom_cookie_t, 3> cookies{};
-    for (std::size_t i = 0; i < names.size(); ++i)
-        cookies[i] = xcb_intern_atom(x.get(), 1, static_cast<std::uint16_t>(names[i].size()),
-                                     names[i].data());
-    std::array<xcb_atom_t, 3> result{};
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        const XReply<xcb_intern_atom_reply_t> reply(
-            xcb_intern_atom_reply(x.get(), cookies[i], nullptr));
-        result[i] = reply ? reply->atom : XCB_NONE;
-    }
-    return result;
-}
-
-/// EDID, connector type and purpose of the outputs that show something.
-void readOutputDetails(const XConnection& x, std::vector<OutputState>& outputs) {
-    const auto [edidAtom, typeAtom, nonDesktopAtom] =
-        atoms(x, {"EDID", "ConnectorType", "non-desktop"});
-    std::vector<OutputState*> active;
-    for (OutputState& output : outputs)
-        if (output.isConnected && output.crtc != XCB_NONE)
-            active.push_back(&output);
-    const auto asked = [&](xcb_atom_t property) {
-        return sentForAll(active, [&x, property](const OutputState* output) {
-            return xcb_randr_get_output_property(
-                x.get(), output->id, property, XCB_GET_PROPERTY_TYPE_ANY, 0, longestProperty, 0, 0);
-        });
-    };
-    const auto edids = asked(edidAtom);
-    const auto types = asked(typeAtom);
-    const auto purposes = asked(nonDesktopAtom);
-    for (std::size_t i = 0; i < active.size(); ++i) {
-        if (const auto edid = propertyReply(x, edids[i]); edid && edid->format == 8)
-            active[i]->edid.assign(xcb_randr_get_output_property_data(edid.get()),
-                                   xcb_randr_get_output_property_data(edid.get()) +
-                                       edid->num_items);
-        if (const auto type = wordOf(propertyReply(x, types[i]).get()))
-            active[i]->connectorType = atomName(x, *type);
-        active[i]->isDesktop = wordOf(propertyReply(x, purposes[i]).get()).value_or(0) == 0;
-    }
-}
-
 /// Screen size, its range and the primary output.
 bool readScreen(const XConnection& x, Configuration& result) {
     const auto geometryCookie = xcb_get_geometry(x.get(), x.root());
@@ -278,15 +146,20 @@ const ModeTiming* Configuration::mode(xcb_randr_mode_t id) const {
     return found(modes, id);
 }
 
-std::optional<Configuration> readConfiguration(const XConnection& connection, Probing probing) {
+void probeHardware(const XConnection& connection) {
+    const XReply<xcb_randr_get_screen_resources_reply_t> reply(xcb_randr_get_screen_resources_reply(
+        connection.get(), xcb_randr_get_screen_resources(connection.get(), connection.root()),
+        nullptr));
+}
+
+std::optional<Configuration> readConfiguration(const XConnection& connection) {
     constexpr int attempts = 3; // a hot plug between two questions makes the answers stale
-    for (int attempt = 0; attempt < attempts; ++attempt) {
-        auto resources =
-            probing == Probing::probed ? probedResources(connection) : currentResources(connection);
+    for (int attempt = 1; attempt <= attempts; ++attempt) {
+        auto resources = readResources(connection);
         Configuration result;
         if (!resources || !readScreen(connection, result))
             return std::nullopt;
-        if (!readCrtcsAndOutputs(connection, *resources, result) && attempt + 1 < attempts)
+        if (!readCrtcsAndOutputs(connection, *resources, result) && attempt < attempts)
             continue;
         readCrtcDetails(connection, result.crtcs);
         readOutputDetails(connection, result.outputs);

@@ -78,12 +78,12 @@ struct Configuration {
     const ModeTiming* mode(xcb_randr_mode_t id) const;
 };
 
-/// `current` is what the server has on record and costs microseconds; `probed` asks the hardware
-/// and may take seconds.
-enum class Probing { current, probed };
+/// Reads the configuration that the server has on record, in microseconds. Nothing when the server
+/// does not answer.
+std::optional<Configuration> readConfiguration(const XConnection& connection);
 
-/// Reads the configuration. Nothing when the server does not answer.
-std::optional<Configuration> readConfiguration(const XConnection& connection, Probing probing);
+/// Has the server look at its hardware anew, which may take seconds.
+void probeHardware(const XConnection& connection);
 
 /// The active displays of a configuration.
 DisplayRecords displaysOf(const Configuration& configuration);

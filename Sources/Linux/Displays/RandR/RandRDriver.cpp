@@ -37,9 +37,11 @@ bool showsSomething(const Configuration& configuration) {
 
 std::unique_ptr<RandRDriver> RandRDriver::make(XConnection& connection) {
     selectEvents(connection); // first: nothing that happens after the reading may be missed
-    auto configuration = readConfiguration(connection, Probing::current);
-    if (configuration && !showsSomething(*configuration))
-        configuration = readConfiguration(connection, Probing::probed);
+    auto configuration = readConfiguration(connection);
+    if (configuration && !showsSomething(*configuration)) {
+        probeHardware(connection);
+        configuration = readConfiguration(connection);
+    }
     if (!configuration)
         return nullptr;
     return std::unique_ptr<RandRDriver>(new RandRDriver(connection, std::move(*configuration)));
@@ -90,7 +92,7 @@ void RandRDriver::refresh() {
 
 bool RandRDriver::reread() {
     isStale_ = false;
-    auto configuration = readConfiguration(connection_, Probing::current);
+    auto configuration = readConfiguration(connection_);
     if (!configuration)
         return false;
     see(std::move(*configuration));
