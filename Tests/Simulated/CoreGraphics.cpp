@@ -41,7 +41,8 @@ CGError CGGetActiveDisplayList(std::uint32_t capacity, CGDirectDisplayID* displa
                                std::uint32_t* count) {
     const auto active = static_cast<std::uint32_t>(state.displays.size());
     *count = displays == nullptr ? active : state.listedCount.value_or(active);
-    for (std::uint32_t i = 0; i < std::min({*count, capacity, active}); ++i)
+    const auto written = displays == nullptr ? 0 : std::min({*count, capacity, active});
+    for (std::uint32_t i = 0; i < written; ++i)
         displays[i] = state.displays[i].id;
     const bool isRefused = state.refuses(displays == nullptr ? "count" : "list");
     return isRefused ? kCGErrorFailure : kCGErrorSuccess;
