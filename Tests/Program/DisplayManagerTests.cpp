@@ -26,7 +26,7 @@ TEST_F(Displays, OfferEachSizeAndDensityOnceAtItsBestRate) {
               "3: 1280 × 800  60 Hz = 1280 × 800  HiDPI  60 Hz; "
               "1: 1280 × 800  (low resolution)  60 Hz = 1280 × 800  60 Hz; "
               "8: 640 × 480  1 Hz = 640 × 480  1 Hz; ");
-    EXPECT_EQ(catalogueOf({{1, 800, 600, 800, 60}, {2, 640, 480, 640, 0}, {3, 320, 200, 320, -1},
+    EXPECT_EQ(catalogueOf({{2, 640, 480, 640, 0}, {1, 800, 600, 800, 60}, {3, 320, 200, 320, -1},
                            {4, 800, 600, 800, 144, false}}),
               "1: 800 × 600 = 800 × 600  60 Hz; 2: 640 × 480 = 640 × 480; 3: 320 × 200 = 320 × 200; ")
         << "one positive rate alone is not shown";
