@@ -43,8 +43,8 @@ void NSApplication::setDelegate(std::weak_ptr<NSApplicationDelegate> delegate) {
 void NSApplication::setActivationPolicy(NSApplicationActivationPolicy /*policy*/) {}
 
 void NSApplication::run() {
+    openSessionOrExit(); // before the signals are held back: a server may keep us waiting
     tessary::TerminationSignals signals;
-    openSessionOrExit();
     auto& session = *tessary::Session::current();
 
     int argumentCount = 1;

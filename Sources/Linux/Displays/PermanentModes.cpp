@@ -42,6 +42,12 @@ std::optional<Values> keptMode(Database& database, const DisplayRecord& display)
 
 } // namespace
 
+bool isSameChoice(const std::optional<ModeRecord>& left, const std::optional<ModeRecord>& right) {
+    if (!left || !right)
+        return left.has_value() == right.has_value();
+    return modeOf(*left) == modeOf(*right);
+}
+
 void PermanentModes::remember(const DisplayRecord& display) {
     if (!display.current || keptMode(database_, display) == modeOf(*display.current))
         return;

@@ -11,6 +11,10 @@ namespace tessary {
 
 class Database;
 
+/// Whether the two are the same to whoever chose one: turning a display, or another number for the
+/// same timing, is no choice of a mode.
+bool isSameChoice(const std::optional<ModeRecord>& left, const std::optional<ModeRecord>& right);
+
 /// The last permanently chosen mode of each display on each connector. An X server forgets it at
 /// log-out, and desktops restore only what their own settings wrote.
 class PermanentModes {

@@ -109,21 +109,21 @@ const KeyGrabs::HotKey* KeyGrabs::hotKeyFor(const xcb_key_press_event_t& event) 
 void KeyGrabs::note(const xcb_generic_event_t& event) {
     const int type = event.response_type & 0x7F;
     if (type == XCB_KEY_PRESS)
-        notePress(reinterpret_cast<const xcb_key_press_event_t&>(event));
+        notePress(reinterpret_cast<const xcb_key_press_event_t&>(event), event.full_sequence);
     else if (type == XCB_KEY_RELEASE)
         noteRelease(reinterpret_cast<const xcb_key_release_event_t&>(event).detail);
     else if (type == XCB_MAPPING_NOTIFY || type == keyboardEvent_)
         keymapMayHaveChanged_ = true;
 }
 
-void KeyGrabs::notePress(const xcb_key_press_event_t& event) {
+void KeyGrabs::notePress(const xcb_key_press_event_t& event, std::uint32_t sequence) {
     const HotKey* hotKey = hotKeyFor(event);
     if (hotKey == nullptr || held_.contains(event.detail))
         return;
     if (held_.empty())
         activating_ = event.detail;
     held_.insert(event.detail);
-    presses_.push_back({hotKey->number, {{event.root_x, event.root_y}, event.time}});
+    presses_.push_back({hotKey->number, {{event.root_x, event.root_y}, sequence}});
 }
 
 /// The keyboard is ours until the key that gave it to us is released. Releases after that go to

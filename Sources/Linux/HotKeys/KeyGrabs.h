@@ -55,7 +55,7 @@ private:
         XConnection::Press press;
     };
 
-    void notePress(const xcb_key_press_event_t& event);
+    void notePress(const xcb_key_press_event_t& event, std::uint32_t sequence);
     void noteRelease(xcb_keycode_t key);
     const HotKey* hotKeyFor(const xcb_key_press_event_t& event) const;
     std::optional<Refusal> take(HotKey& hotKey);

@@ -105,6 +105,12 @@ std::optional<std::vector<Row>> Database::query(std::string_view sql,
     return std::nullopt;
 }
 
+std::optional<ChangeMark> Database::changeMark() const {
+    if (!identity_ || !hasLog_ || !connection_.isOpen() || !isFileOurs())
+        return std::nullopt;
+    return connection_.changeMark();
+}
+
 int Database::run(std::string_view sql, const std::vector<SqlValue>& values,
                   std::vector<Row>& rows) {
     const int status = attempt(sql, values, rows);
@@ -153,8 +159,13 @@ int Database::openFile() {
     identity_ = identityOf(path_);
     if (connection_.isReadOnly())
         return SQLITE_READONLY;
-    const int status = check();
-    return status == SQLITE_OK ? connection_.runScript(schema) : status;
+    if (const int status = check(); status != SQLITE_OK)
+        return status;
+    const int status = connection_.runScript(schema);
+    std::vector<Row> mode;
+    hasLog_ = connection_.run("PRAGMA journal_mode", {}, mode) == SQLITE_OK &&
+              mode == std::vector<Row>{Row{"wal"}};
+    return status;
 }
 
 int Database::check() {

@@ -40,8 +40,9 @@ public:
     std::optional<std::vector<Row>> query(std::string_view sql,
                                           const std::vector<SqlValue>& values = {});
 
-    /// Where the file is.
-    std::filesystem::path folder() const { return path_.parent_path(); }
+    /// What tells whether anybody has written since, at the cost of one system call. Nothing when
+    /// that is not known: while no file is open, or where it cannot have a write-ahead log.
+    std::optional<ChangeMark> changeMark() const;
 
     Database(const Database&) = delete;
     Database& operator=(const Database&) = delete;
@@ -63,6 +64,7 @@ private:
 
     std::filesystem::path path_;
     std::optional<FileIdentity> identity_; ///< of the open file; none while in memory
+    bool hasLog_ = false;                  ///< the open file has a write-ahead log
     SqlConnection connection_;
 };
 

@@ -8,16 +8,27 @@ namespace {
 using tessary::Database;
 using tessary::SqlValue;
 
+tessary::SettingsCache& cache() {
+    static auto& instance = *new tessary::SettingsCache(Database::shared());
+    return instance;
+}
+
 /// The value under `key`; NULL when there is none.
 SqlValue valueOf(std::string_view key) {
-    static auto& cache = *new tessary::SettingsCache(Database::shared());
-    return cache.valueOf(key);
+    return cache().valueOf(key);
+}
+
+void write(std::string_view sql, const std::vector<SqlValue>& values) {
+    if (cache().isBlind())
+        NSLog("tessary: a setting was not saved: those that are there could not be read");
+    else
+        Database::shared().execute(sql, values);
 }
 
 void store(std::string_view key, SqlValue value) {
-    Database::shared().execute("INSERT INTO defaults(key, value) VALUES(?, ?) "
-                               "ON CONFLICT(key) DO UPDATE SET value = excluded.value",
-                               {std::string(key), std::move(value)});
+    write("INSERT INTO defaults(key, value) VALUES(?, ?) "
+          "ON CONFLICT(key) DO UPDATE SET value = excluded.value",
+          {std::string(key), std::move(value)});
 }
 
 } // namespace
@@ -48,5 +59,5 @@ void NSUserDefaults::setBool(bool value, std::string_view key) {
 }
 
 void NSUserDefaults::removeObjectForKey(std::string_view key) {
-    Database::shared().execute("DELETE FROM defaults WHERE key = ?", {std::string(key)});
+    write("DELETE FROM defaults WHERE key = ?", {std::string(key)});
 }

@@ -3,44 +3,47 @@
 #include "Linux/Store/Database.h"
 
 #include <QCoreApplication>
+#include <QMetaObject>
 
 #include <utility>
 
 namespace tessary {
 
-SettingsCache::SettingsCache(Database& database) : database_(database) {
-    load();
-    if (QCoreApplication::instance() == nullptr || watch_.descriptor() < 0)
-        return;
-    notifier_ = std::make_unique<QSocketNotifier>(watch_.descriptor(), QSocketNotifier::Read);
-    connect(notifier_.get(), &QSocketNotifier::activated, this, [this] { refresh(); });
-}
-
 SqlValue SettingsCache::valueOf(std::string_view key) {
     refresh();
+    isBlind_ = !isKnown_;
+    readAhead();
     const auto value = values_.find(key);
     return value != values_.end() ? value->second : SqlValue();
 }
 
 void SettingsCache::refresh() {
-    if (watch_.sawChange() || !isLoaded_)
-        load();
-}
-
-/// The watch comes first, so that nothing is missed between the two. The first reading may have to
-/// make the folder; that one is repeated with the watch in place.
-void SettingsCache::load() {
-    watch_.watch(database_.folder());
+    const auto mark = database_.changeMark(); // before the reading: what comes in between is news
+    if (mark && mark == mark_)
+        return;
+    mark_.reset();
     auto rows = database_.query("SELECT key, value FROM defaults");
-    isLoaded_ = rows.has_value();
-    if (!rows) {
-        watch_.sawChange(); // our own attempts to open the file are no news
-        return;             // what was known stays: read as absent, it would be seeded anew
-    }
+    if (!rows)
+        return;
+    isKnown_ = true;
+    mark_ = mark;
     values_.clear();
     for (Row& row : *rows)
         if (auto* key = std::get_if<std::string>(&row.front()))
             values_.emplace(std::move(*key), std::move(row.back()));
+}
+
+/// What is being handled now may write, which makes the mark another one. The reading that follows
+/// from it is done when the event has been handled, not when the next one waits.
+void SettingsCache::readAhead() {
+    if (readsAhead_ || QCoreApplication::instance() == nullptr)
+        return;
+    readsAhead_ = true;
+    const auto read = [this] {
+        readsAhead_ = false;
+        refresh();
+    };
+    QMetaObject::invokeMethod(this, read, Qt::QueuedConnection);
 }
 
 } // namespace tessary

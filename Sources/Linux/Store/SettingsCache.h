@@ -1,13 +1,11 @@
 #pragma once
 
-#include "Linux/Store/FolderWatch.h"
 #include "Linux/Store/SqlConnection.h"
 
 #include <QObject>
-#include <QSocketNotifier>
 
 #include <map>
-#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -15,26 +13,31 @@ namespace tessary {
 
 class Database;
 
-/// The rows of the table `defaults` in memory, as current as the file: the kernel tells of every
-/// write, by whomever. A read is one system call instead of SQLite's work, of which a key press
-/// would feel each time how cold it is.
+/// The rows of the table `defaults` in memory, as current as the file. A read costs a look at the
+/// file's change mark instead of SQLite's work, which a key press would feel each time.
 class SettingsCache : public QObject {
 public:
-    /// Lives no longer than the database. Reads ahead when there is an event loop.
-    explicit SettingsCache(Database& database);
+    /// Lives no longer than the database.
+    explicit SettingsCache(Database& database) : database_(database) {}
 
-    /// The value under `key`; NULL when there is none.
+    /// The value under `key`; NULL when there is none. Where the file cannot be read, what was
+    /// known last.
     SqlValue valueOf(std::string_view key);
+
+    /// Whether the last answer was given without ever having read the file. What is decided on such
+    /// an answer must not be written: it would replace the user's settings.
+    bool isBlind() const { return isBlind_; }
 
 private:
     void refresh();
-    void load();
+    void readAhead();
 
     Database& database_;
-    FolderWatch watch_;
-    std::unique_ptr<QSocketNotifier> notifier_;
     std::map<std::string, SqlValue, std::less<>> values_;
-    bool isLoaded_ = false;
+    std::optional<ChangeMark> mark_; ///< of the file when it was read; none: to be read again
+    bool isKnown_ = false;           ///< read at least once
+    bool isBlind_ = false;
+    bool readsAhead_ = false;
 };
 
 } // namespace tessary

@@ -1,6 +1,7 @@
 #include "Linux/Store/SqlConnection.h"
 
 #include <cstddef>
+#include <cstring>
 #include <utility>
 
 namespace tessary {
@@ -89,6 +90,21 @@ void SqlConnection::close() {
 
 bool SqlConnection::isReadOnly() const {
     return sqlite3_db_readonly(handle_.get(), "main") == 1;
+}
+
+// The header of the log's index in shared memory, which a commit changes last of all:
+// https://www.sqlite.org/walformat.html, "The WAL-Index Header".
+std::optional<ChangeMark> SqlConnection::changeMark() const {
+    sqlite3_file* file = nullptr;
+    sqlite3_file_control(handle_.get(), "main", SQLITE_FCNTL_FILE_POINTER, &file);
+    constexpr int indexPageSize = 32768;
+    volatile void* index = nullptr;
+    if (file == nullptr || file->pMethods == nullptr || file->pMethods->iVersion < 2 ||
+        file->pMethods->xShmMap(file, 0, indexPageSize, 0, &index) != SQLITE_OK || index == nullptr)
+        return std::nullopt;
+    ChangeMark mark;
+    std::memcpy(mark.data(), const_cast<const void*>(index), mark.size());
+    return mark;
 }
 
 int SqlConnection::runScript(const char* sql) {

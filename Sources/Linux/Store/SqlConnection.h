@@ -3,9 +3,11 @@
 
 #include <sqlite3.h>
 
+#include <array>
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -17,6 +19,9 @@ namespace tessary {
 using SqlValue = std::variant<std::monostate, std::int64_t, std::string, std::vector<std::uint8_t>>;
 
 using Row = std::vector<SqlValue>;
+
+/// Differs from an earlier one when anybody has committed a transaction in between.
+using ChangeMark = std::array<std::uint8_t, 48>;
 
 /// Answers are SQLite's primary result codes; SQLITE_OK is success.
 class SqlConnection {
@@ -31,6 +36,10 @@ public:
 
     /// Whether the file could be opened for reading only.
     bool isReadOnly() const;
+
+    /// The file's present mark, by a memory read; to be asked of a file with a write-ahead log
+    /// only. Nothing when its index cannot be shared.
+    std::optional<ChangeMark> changeMark() const;
 
     /// Runs the statements of a text that needs no values and drops their rows.
     int runScript(const char* sql);

@@ -43,7 +43,8 @@ void XConnection::deliver() {
 }
 
 std::optional<PixelPoint> XConnection::pointer() const {
-    if (press_)
+    constexpr std::uint32_t halfway = 1U << 31U; // sequence numbers wrap around
+    if (press_ && press_->sequence - layoutChange_ < halfway)
         return press_->pointer;
     const XReply<xcb_query_pointer_reply_t> reply(
         xcb_query_pointer_reply(get(), xcb_query_pointer(get(), root()), nullptr));

@@ -4,6 +4,7 @@
 
 #include "Linux/Displays/Geometry.h"
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -56,11 +57,14 @@ public:
     /// The key press that is being handled, as its event told it.
     struct Press {
         PixelPoint pointer;
-        xcb_timestamp_t time = XCB_CURRENT_TIME;
+        std::uint32_t sequence = 0; ///< of the last request that the server had handled before it
     };
 
-    const std::optional<Press>& press() const { return press_; }
     void setPress(const std::optional<Press>& press) { press_ = press; }
+
+    /// The request with this number moved displays or pointer: what earlier presses tell of the
+    /// pointer is no longer true.
+    void setLayoutChange(std::uint32_t sequence) { layoutChange_ = sequence; }
 
     /// Where the pointer is: at the press that is being handled, else where the server says.
     /// Nothing when the pointer is on another screen or the server does not answer.
@@ -82,6 +86,7 @@ private:
     const xcb_screen_t* screen_; ///< in the connection's memory
     std::vector<XEventClient*> clients_;
     std::optional<Press> press_;
+    std::uint32_t layoutChange_ = 0;
 };
 
 } // namespace tessary

@@ -78,6 +78,16 @@ struct Configuration {
     const ModeTiming* mode(xcb_randr_mode_t id) const;
 };
 
+/// Whether a rotation stands the picture on its side.
+constexpr bool isTurned(unsigned rotation) {
+    return (rotation & (XCB_RANDR_ROTATION_ROTATE_90 | XCB_RANDR_ROTATION_ROTATE_270)) != 0;
+}
+
+/// A size, with its sides exchanged where something is turned.
+constexpr PixelSize unturned(PixelSize size, bool isTurned) {
+    return isTurned ? PixelSize{size.height, size.width} : size;
+}
+
 /// Reads the configuration that the server has on record, in microseconds. Nothing when the server
 /// does not answer.
 std::optional<Configuration> readConfiguration(const XConnection& connection);

@@ -10,15 +10,10 @@ namespace tessary {
 
 namespace {
 
-bool isTurned(std::uint16_t rotation) {
-    return (rotation & (XCB_RANDR_ROTATION_ROTATE_90 | XCB_RANDR_ROTATION_ROTATE_270)) != 0;
-}
-
 ModeRecord recordOf(const ModeTiming& mode, const CrtcState& crtc) {
-    const PixelSize turned{mode.size.height, mode.size.width};
     constexpr std::uint32_t unusable =
         XCB_RANDR_MODE_FLAG_INTERLACE | XCB_RANDR_MODE_FLAG_DOUBLE_SCAN;
-    return {mode.id,    isTurned(crtc.rotation) ? turned : mode.size,
+    return {mode.id,    unturned(mode.size, isTurned(crtc.rotation)),
             mode.size,  mode.rate,
             mode.flags, (mode.flags & unusable) == 0,
             false};

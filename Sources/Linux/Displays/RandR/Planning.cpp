@@ -16,11 +16,23 @@ std::vector<CrtcState*> activeCrtcs(Configuration& configuration) {
     return active;
 }
 
-PixelSize shownSize(const ModeTiming& mode, std::uint16_t rotation) {
-    constexpr auto turned = XCB_RANDR_ROTATION_ROTATE_90 | XCB_RANDR_ROTATION_ROTATE_270;
-    if ((rotation & turned) != 0)
-        return {mode.size.height, mode.size.width};
-    return mode.size;
+/// Takes a CRTC to its new frame, and the area that it pans over along.
+void place(CrtcState& crtc, const PixelRect& frame) {
+    const int x = frame.x - crtc.frame.x;
+    const int y = frame.y - crtc.frame.y;
+    const auto shift = [](std::uint16_t& place, int by) {
+        place = static_cast<std::uint16_t>(std::max(0, place + by));
+    };
+    Panning& panning = crtc.panning;
+    if (panning.width != 0 && panning.height != 0) {
+        shift(panning.left, x);
+        shift(panning.top, y);
+    }
+    if (panning.trackWidth != 0 && panning.trackHeight != 0) {
+        shift(panning.trackLeft, x);
+        shift(panning.trackTop, y);
+    }
+    crtc.frame = frame;
 }
 
 /// Gives one display its mode and everybody their new place. False when that is not possible.
@@ -39,9 +51,9 @@ bool change(Configuration& configuration, const ModeChange& wanted) {
     (*crtc)->mode = mode->id;
     (*crtc)->panning = {};
     frames = arrange(frames, static_cast<std::size_t>(crtc - active.begin()),
-                     shownSize(*mode, (*crtc)->rotation));
+                     unturned(mode->size, isTurned((*crtc)->rotation)));
     for (std::size_t i = 0; i < active.size(); ++i)
-        active[i]->frame = frames[i];
+        place(*active[i], frames[i]);
     return true;
 }
 

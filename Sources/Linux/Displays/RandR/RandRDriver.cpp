@@ -70,8 +70,9 @@ void RandRDriver::note(const xcb_generic_event_t& event) {
     const int type = event.response_type & 0x7F;
     if (type == firstEvent_ + XCB_RANDR_SCREEN_CHANGE_NOTIFY) {
         const auto& change = reinterpret_cast<const xcb_randr_screen_change_notify_event_t&>(event);
-        const PixelSize size{change.width, change.height};
-        const auto density = densityOf(size, {change.mwidth, change.mheight});
+        const bool turned = isTurned(change.rotation); // the event turns with the first CRTC
+        const PixelSize size = unturned({change.width, change.height}, turned);
+        const auto density = densityOf(size, unturned({change.mwidth, change.mheight}, turned));
         if (density && size != ownScreenSize_) // our own sizes are rounded to whole millimetres
             density_ = *density;
         isStale_ = true;
@@ -106,7 +107,7 @@ void RandRDriver::see(Configuration configuration) {
     isUnreported_ = true;
     for (const DisplayRecord& display : displays_)
         if (const DisplayRecord* old = findDisplay(before, display.id);
-            old != nullptr && old->current != display.current)
+            old != nullptr && !isSameChoice(old->current, display.current))
             permanentModes_.forget(display); // our own switches are in the picture already
 }
 
@@ -114,11 +115,11 @@ Outcome RandRDriver::attempt(const std::vector<ModeChange>& changes) {
     const auto after = planned(configuration_, changes);
     if (!after)
         return Outcome::refused;
-    const auto pointer = connection_.pointer();
-    const auto pointerAfter =
-        pointer ? plannedPointer(*pointer, configuration_, *after) : std::nullopt;
-    const Outcome outcome =
-        carryOut(connection_, {configuration_, *after, pointer, pointerAfter}, density_);
+    std::optional<PointerMove> pointer;
+    if (const auto before = connection_.pointer())
+        if (const auto moved = plannedPointer(*before, configuration_, *after))
+            pointer = {*before, *moved};
+    const Outcome outcome = carryOut(connection_, {configuration_, *after, pointer}, density_);
     if (outcome == Outcome::done) {
         ownScreenSize_ = after->screen;
         configuration_ = *after;

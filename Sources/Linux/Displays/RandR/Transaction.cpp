@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <tuple>
 #include <vector>
 
 namespace tessary {
@@ -29,7 +28,7 @@ enum class TurnOff {
 /// The requests of one transition, sent as they are made; the answers are read afterwards.
 class Batch {
 public:
-    Batch(const XConnection& x, const Configuration& before, const Configuration& after,
+    Batch(XConnection& x, const Configuration& before, const Configuration& after,
           const Density& density)
         : x_(x), before_(before), after_(after), density_(density) {
         xcb_grab_server(x_.get());
@@ -47,15 +46,17 @@ public:
     }
 
     void movePointer(const Transition& transition) {
-        const auto& [before, after] = std::tie(transition.pointerBefore, transition.pointerAfter);
-        if (after && (after != before || lostPointer(*before)))
+        if (!transition.pointer)
+            return;
+        const auto [before, after] = *transition.pointer;
+        if (after != before || isTurnedOffUnder(before))
             xcb_warp_pointer(x_.get(), XCB_NONE, x_.root(), 0, 0, 0, 0,
-                             static_cast<std::int16_t>(after->x),
-                             static_cast<std::int16_t>(after->y));
+                             static_cast<std::int16_t>(after.x),
+                             static_cast<std::int16_t>(after.y));
     }
 
     Outcome finish() {
-        xcb_ungrab_server(x_.get());
+        x_.setLayoutChange(xcb_ungrab_server(x_.get()).sequence);
         xcb_flush(x_.get());
         Outcome outcome = Outcome::done;
         for (const auto cookie : crtcCookies_)
@@ -93,7 +94,7 @@ private:
     }
 
     /// Turning a CRTC off throws the pointer that was on it onto another display.
-    bool lostPointer(PixelPoint pointer) const {
+    bool isTurnedOffUnder(PixelPoint pointer) const {
         return std::ranges::any_of(turnedOff_, [&](xcb_randr_crtc_t id) {
             return before_.crtc(id)->frame.contains(pointer);
         });
@@ -153,7 +154,7 @@ private:
         }
     }
 
-    const XConnection& x_;
+    XConnection& x_;
     const Configuration& before_;
     const Configuration& after_;
     const Density& density_;
@@ -168,7 +169,7 @@ struct Attempt {
     bool screenWasRefused = false;
 };
 
-Attempt attempt(const XConnection& connection, const Transition& transition, const Density& density,
+Attempt attempt(XConnection& connection, const Transition& transition, const Density& density,
                 TurnOff turnOff) {
     Batch batch(connection, transition.before, transition.after, density);
     batch.changeScreen(turnOff);
@@ -185,17 +186,19 @@ xcb_timestamp_t configurationTime(const XConnection& x) {
 }
 
 /// Whatever the failed attempt did: everything that it may have touched is set once more.
-void putBack(const XConnection& connection, const Transition& transition, const Density& density) {
+void putBack(XConnection& connection, const Transition& transition, const Density& density) {
     Configuration old = transition.before;
     old.time = configurationTime(connection); // a stale one would be refused again
-    const Transition back{transition.after, old, transition.pointerAfter, transition.pointerBefore};
+    std::optional<PointerMove> pointer;
+    if (transition.pointer)
+        pointer = {transition.pointer->after, transition.pointer->before};
+    const Transition back{transition.after, old, pointer};
     attempt(connection, back, density, TurnOff::whatChanges);
 }
 
 } // namespace
 
-Outcome carryOut(const XConnection& connection, const Transition& transition,
-                 const Density& density) {
+Outcome carryOut(XConnection& connection, const Transition& transition, const Density& density) {
     auto [outcome, screenWasRefused] =
         attempt(connection, transition, density, TurnOff::whatWillNotFit);
     if (screenWasRefused) {

@@ -12,12 +12,16 @@ struct Density {
     double vertical = 96 / 25.4;
 };
 
+struct PointerMove {
+    PixelPoint before;
+    PixelPoint after;
+};
+
 /// One change of the server's configuration.
 struct Transition {
     const Configuration& before;
     const Configuration& after;
-    std::optional<PixelPoint> pointerBefore; ///< nothing: it is elsewhere and stays there
-    std::optional<PixelPoint> pointerAfter;
+    std::optional<PointerMove> pointer; ///< nothing: it is on none of the displays
 };
 
 enum class Outcome {
@@ -29,7 +33,6 @@ enum class Outcome {
 /// Carries the transition out under a server grab, so that nobody sees a part of it. All requests
 /// are sent before the first reply is read: a killed program leaves no display dark. Anything but
 /// `done` has put the old configuration back.
-Outcome carryOut(const XConnection& connection, const Transition& transition,
-                 const Density& density);
+Outcome carryOut(XConnection& connection, const Transition& transition, const Density& density);
 
 } // namespace tessary
