@@ -59,6 +59,21 @@ TEST_F(KeyPress, WorksWhateverLocksAreOn) {
     EXPECT_EQ(layoutOnce(leftSwitched), leftSwitched);
 }
 
+TEST_F(KeyPress, ThatWaitedBehindAnotherFindsThePointerWhereThatOneLeftIt) {
+    ChildProcess tessary(program());
+    ASSERT_TRUE(isReady());
+    client_.movePointer(640, 300);
+    tessary.signal(SIGSTOP);
+    client_.tap(keys::f15);
+    client_.tap(keys::f14);
+    tessary.signal(SIGCONT);
+    const Layout expected{{"DUMMY0", "1920x1080+0+0 59.96 Hz"},
+                          {"DUMMY1", "1280x720+1920+0 60.00 Hz"}};
+    EXPECT_EQ(layoutOnce(expected), expected);
+    EXPECT_EQ(client_.pointer().x, 961);
+    EXPECT_EQ(client_.pointer().y, 451);
+}
+
 TEST_F(KeyPress, OfAHeldKeyCountsOnce) {
     ChildProcess tessary(program());
     ASSERT_TRUE(isReady());

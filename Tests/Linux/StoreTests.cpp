@@ -95,6 +95,26 @@ TEST_F(Store, UserDefaultsLieWithTheConfigurationAndTellTypesAndEmptinessApart) 
     EXPECT_EXIT(check(), testing::ExitedWithCode(0), "");
 }
 
+TEST_F(Store, UserDefaultsWorkInMemoryAndWriteNothingThatWasDecidedWithoutReading) {
+    const auto check = [this](bool isLocked) {
+        ::setenv("XDG_CONFIG_HOME", folder_.parent_path().c_str(), 1);
+        auto& defaults = NSUserDefaults::standardUserDefaults();
+        Database owner(folder_);
+        EXPECT_TRUE(!isLocked || set(owner, "key", 1));
+        EXPECT_TRUE(!isLocked || owner.execute("PRAGMA locking_mode = EXCLUSIVE"));
+        EXPECT_TRUE(!isLocked || owner.execute("BEGIN EXCLUSIVE"));
+        EXPECT_TRUE(isLocked || fs::create_directories(file_)); // no file can be there
+        EXPECT_FALSE(defaults.boolForKey("key"));
+        EXPECT_TRUE(!isLocked || owner.execute("COMMIT"));
+        defaults.setBool(!isLocked, "key");
+        EXPECT_TRUE(isLocked || defaults.boolForKey("key"));
+        EXPECT_TRUE(!isLocked || get(owner, "key") == one);
+        ::_exit(HasFailure() ? 1 : 0);
+    };
+    for (const bool isLocked : {false, true})
+        EXPECT_EXIT(check(isLocked), testing::ExitedWithCode(0), "") << isLocked;
+}
+
 TEST_F(Store, FoldersAndFilesAreTheirOwnersAlone) {
     const mode_t before = ::umask(0);
     Database database(folder_);
