@@ -5,8 +5,7 @@
 #include "Linux/Session.h"
 #include "Platform/Foundation.h"
 
-#include <QGuiApplication>
-#include <QSessionManager>
+#include <QCoreApplication>
 
 #include <cstdlib>
 #include <utility>
@@ -15,17 +14,11 @@ namespace {
 
 constexpr int failure = 1;
 
-/// The toolkit ends the process hard when there is no X server, so ours is asked first.
 void openSessionOrExit() {
     if (tessary::Session::open())
         return;
     NSLog("tessary: no X server answers; is DISPLAY set?");
     std::exit(failure);
-}
-
-/// A program that the session's autostart brings must not be brought a second time by its manager.
-void declineRestart(QSessionManager& manager) {
-    manager.setRestartHint(QSessionManager::RestartNever);
 }
 
 } // namespace
@@ -50,11 +43,8 @@ void NSApplication::run() {
     int argumentCount = 1;
     char name[] = "tessary";
     char* arguments[] = {name, nullptr};
-    QGuiApplication loop(argumentCount, arguments);
-    QGuiApplication::setQuitOnLastWindowClosed(false);
-    QGuiApplication::setDesktopFileName(QStringLiteral("org.tessary.Tessary"));
-    QObject::connect(&loop, &QGuiApplication::commitDataRequest, declineRestart);
-    QObject::connect(&loop, &QGuiApplication::aboutToQuit, [this] {
+    QCoreApplication loop(argumentCount, arguments);
+    QObject::connect(&loop, &QCoreApplication::aboutToQuit, [this] {
         if (const auto delegate = delegate_.lock())
             delegate->applicationWillTerminate();
     });
@@ -69,6 +59,6 @@ void NSApplication::run() {
         if (const auto delegate = delegate_.lock())
             delegate->applicationDidFinishLaunching();
     });
-    if (const int status = QGuiApplication::exec(); status != 0)
+    if (const int status = QCoreApplication::exec(); status != 0)
         std::exit(status);
 }

@@ -92,6 +92,8 @@ bool Database::execute(std::string_view sql, const std::vector<SqlValue>& values
     const int status = run(sql, values, rows);
     if (status != SQLITE_OK)
         NSLog("tessary: a setting was not saved: " + std::string(sqlite3_errstr(status)));
+    else if (written_)
+        written_();
     return status == SQLITE_OK;
 }
 

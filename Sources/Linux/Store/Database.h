@@ -6,6 +6,7 @@
 #include <sys/types.h>
 
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -40,6 +41,9 @@ public:
     std::optional<std::vector<Row>> query(std::string_view sql,
                                           const std::vector<SqlValue>& values = {});
 
+    /// Has `observer` called after each statement of `execute` that succeeded.
+    void setWriteObserver(std::function<void()> observer) { written_ = std::move(observer); }
+
     /// What tells whether anybody has written since, at the cost of one system call. Nothing when
     /// that is not known: while no file is open, or where it cannot have a write-ahead log.
     std::optional<ChangeMark> changeMark() const;
@@ -63,6 +67,7 @@ private:
     bool setAside();
 
     std::filesystem::path path_;
+    std::function<void()> written_;
     std::optional<FileIdentity> identity_; ///< of the open file; none while in memory
     bool hasLog_ = false;                  ///< the open file has a write-ahead log
     SqlConnection connection_;

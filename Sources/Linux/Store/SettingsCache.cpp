@@ -9,10 +9,13 @@
 
 namespace tessary {
 
+SettingsCache::SettingsCache(Database& database) : database_(database) {
+    database.setWriteObserver([this] { readAhead(); });
+}
+
 SqlValue SettingsCache::valueOf(std::string_view key) {
     refresh();
     isBlind_ = !isKnown_;
-    readAhead();
     const auto value = values_.find(key);
     return value != values_.end() ? value->second : SqlValue();
 }
@@ -33,8 +36,8 @@ void SettingsCache::refresh() {
             values_.emplace(std::move(*key), std::move(row.back()));
 }
 
-/// What is being handled now may write, which makes the mark another one. The reading that follows
-/// from it is done when the event has been handled, not when the next one waits.
+/// Our own writes make the mark another one too. The reading that follows from it is done when the
+/// event has been handled, not when the next one waits.
 void SettingsCache::readAhead() {
     if (readsAhead_ || QCoreApplication::instance() == nullptr)
         return;

@@ -18,7 +18,7 @@ class Database;
 class SettingsCache : public QObject {
 public:
     /// Lives no longer than the database.
-    explicit SettingsCache(Database& database) : database_(database) {}
+    explicit SettingsCache(Database& database);
 
     /// The value under `key`; NULL when there is none. Where the file cannot be read, what was
     /// known last.

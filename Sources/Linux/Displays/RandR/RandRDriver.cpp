@@ -12,14 +12,6 @@ namespace tessary {
 
 namespace {
 
-void selectEvents(const XConnection& x) {
-    xcb_randr_select_input(x.get(), x.root(),
-                           XCB_RANDR_NOTIFY_MASK_SCREEN_CHANGE | XCB_RANDR_NOTIFY_MASK_CRTC_CHANGE |
-                               XCB_RANDR_NOTIFY_MASK_OUTPUT_CHANGE |
-                               XCB_RANDR_NOTIFY_MASK_OUTPUT_PROPERTY |
-                               XCB_RANDR_NOTIFY_MASK_RESOURCE_CHANGE);
-}
-
 /// Nothing for a size that says nothing, as virtual screens report it.
 std::optional<Density> densityOf(PixelSize pixels, PixelSize millimetres) {
     if (pixels.width == 0 || pixels.height == 0 || millimetres.width == 0 ||
@@ -36,7 +28,8 @@ bool showsSomething(const Configuration& configuration) {
 } // namespace
 
 std::unique_ptr<RandRDriver> RandRDriver::make(XConnection& connection) {
-    selectEvents(connection); // first: nothing that happens after the reading may be missed
+    selectEvents(connection,
+                 Selection::changes); // first: nothing that happens after the reading may be missed
     auto configuration = readConfiguration(connection);
     if (configuration && !showsSomething(*configuration)) {
         probeHardware(connection);
@@ -73,7 +66,7 @@ void RandRDriver::note(const xcb_generic_event_t& event) {
         const bool turned = isTurned(change.rotation); // the event turns with the first CRTC
         const PixelSize size = unturned({change.width, change.height}, turned);
         const auto density = densityOf(size, unturned({change.mwidth, change.mheight}, turned));
-        if (density && size != ownScreenSize_) // our own sizes are rounded to whole millimetres
+        if (density)
             density_ = *density;
         isStale_ = true;
     } else if (type == firstEvent_ + XCB_RANDR_NOTIFY) {
@@ -121,11 +114,11 @@ Outcome RandRDriver::attempt(const std::vector<ModeChange>& changes) {
             pointer = {*before, *moved};
     const Outcome outcome = carryOut(connection_, {configuration_, *after, pointer}, density_);
     if (outcome == Outcome::done) {
-        ownScreenSize_ = after->screen;
         configuration_ = *after;
         displays_ = displaysOf(configuration_);
         isUnreported_ = true;
     }
+    isStale_ = true; // whatever the hardware did meanwhile came with no event
     return outcome;
 }
 

@@ -44,7 +44,6 @@ private:
     PermanentModes permanentModes_;
     std::uint8_t firstEvent_ = 0; ///< RandR's, as the server numbers its events
     Density density_;
-    std::optional<PixelSize> ownScreenSize_; ///< the last one that we set
     Configuration configuration_;
     DisplayRecords displays_;   ///< what configuration_ means
     DisplayRecords reported_;   ///< what the program was last told

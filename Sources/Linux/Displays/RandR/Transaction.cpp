@@ -32,6 +32,7 @@ public:
           const Density& density)
         : x_(x), before_(before), after_(after), density_(density) {
         xcb_grab_server(x_.get());
+        selectEvents(x_, Selection::none); // what we do ourselves is no news
     }
 
     void changeScreen(TurnOff turnOff) {
@@ -56,6 +57,7 @@ public:
     }
 
     Outcome finish() {
+        selectEvents(x_, Selection::changes);
         x_.setLayoutChange(xcb_ungrab_server(x_.get()).sequence);
         xcb_flush(x_.get());
         Outcome outcome = Outcome::done;
@@ -197,6 +199,15 @@ void putBack(XConnection& connection, const Transition& transition, const Densit
 }
 
 } // namespace
+
+void selectEvents(const XConnection& connection, Selection selection) {
+    constexpr std::uint16_t changes =
+        XCB_RANDR_NOTIFY_MASK_SCREEN_CHANGE | XCB_RANDR_NOTIFY_MASK_CRTC_CHANGE |
+        XCB_RANDR_NOTIFY_MASK_OUTPUT_CHANGE | XCB_RANDR_NOTIFY_MASK_OUTPUT_PROPERTY |
+        XCB_RANDR_NOTIFY_MASK_RESOURCE_CHANGE;
+    xcb_randr_select_input(connection.get(), connection.root(),
+                           selection == Selection::changes ? changes : std::uint16_t{0});
+}
 
 Outcome carryOut(XConnection& connection, const Transition& transition, const Density& density) {
     auto [outcome, screenWasRefused] =

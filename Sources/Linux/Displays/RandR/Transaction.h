@@ -30,6 +30,11 @@ enum class Outcome {
     refused,
 };
 
+enum class Selection { none, changes };
+
+/// Has the server send this connection the events of all display changes, or of none.
+void selectEvents(const XConnection& connection, Selection selection);
+
 /// Carries the transition out under a server grab, so that nobody sees a part of it. All requests
 /// are sent before the first reply is read: a killed program leaves no display dark. Anything but
 /// `done` has put the old configuration back.
