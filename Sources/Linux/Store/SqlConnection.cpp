@@ -1,7 +1,7 @@
 #include "Linux/Store/SqlConnection.h"
 
+#include <algorithm>
 #include <cstddef>
-#include <cstring>
 #include <utility>
 
 namespace tessary {
@@ -103,7 +103,7 @@ std::optional<ChangeMark> SqlConnection::changeMark() const {
         file->pMethods->xShmMap(file, 0, indexPageSize, 0, &index) != SQLITE_OK || index == nullptr)
         return std::nullopt;
     ChangeMark mark;
-    std::memcpy(mark.data(), const_cast<const void*>(index), mark.size());
+    std::copy_n(static_cast<volatile const std::uint8_t*>(index), mark.size(), mark.begin());
     return mark;
 }
 
