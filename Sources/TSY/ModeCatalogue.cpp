@@ -63,6 +63,10 @@ bool hasSeveralRefreshRates(const WorkingTable& table) {
     return false;
 }
 
+bool hasHighDensityModes(const WorkingTable& table) {
+    return std::ranges::any_of(table, [](const auto& row) { return row.first.isHiDPI; });
+}
+
 bool hasHighDensityTwin(const ModeSpec& spec, const WorkingTable& table) {
     return !spec.isHiDPI && table.contains({spec.width, spec.height, true, 0});
 }
@@ -89,11 +93,17 @@ std::vector<const Candidate*> sorted(const WorkingTable& table) {
     return candidates;
 }
 
-std::string labelOf(const ModeSpec& spec, const WorkingTable& table, bool showsRefreshRates) {
+/// What the catalogue as a whole demands of its labels.
+struct LabelStyle {
+    bool tellsRefreshRates = false;
+    bool tellsDensities = false;
+};
+
+std::string labelOf(const ModeSpec& spec, const WorkingTable& table, LabelStyle style) {
     std::string label = sizeText(spec);
-    if (hasHighDensityTwin(spec, table))
+    if (style.tellsDensities && hasHighDensityTwin(spec, table))
         label += "  (low resolution)";
-    if (showsRefreshRates && spec.refreshRate >= 1)
+    if (style.tellsRefreshRates && spec.refreshRate >= 1)
         label += "  " + std::to_string(spec.refreshRate) + " Hz";
     return label;
 }
@@ -106,13 +116,13 @@ std::vector<DisplayMode> modes(CGDirectDisplayID display) {
     if (!all)
         return {};
     const WorkingTable table = bestModes(*all);
-    const bool showsRefreshRates = hasSeveralRefreshRates(table);
+    const LabelStyle style{hasSeveralRefreshRates(table), hasHighDensityModes(table)};
 
     std::vector<DisplayMode> catalogue;
     catalogue.reserve(table.size());
     for (const Candidate* candidate : sorted(table))
         catalogue.push_back(
-            {candidate->spec, candidate->cg, labelOf(candidate->spec, table, showsRefreshRates)});
+            {candidate->spec, candidate->cg, labelOf(candidate->spec, table, style)});
     return catalogue;
 }
 
