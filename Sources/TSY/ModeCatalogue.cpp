@@ -83,14 +83,20 @@ bool standsBefore(const ModeSpec& left, const ModeSpec& right) {
     return left.isHiDPI && !right.isHiDPI;
 }
 
-/// Sorted before the labels are made: entries are cheaper to compare in place than to move.
-std::vector<const Candidate*> sorted(const WorkingTable& table) {
-    std::vector<const Candidate*> candidates;
-    candidates.reserve(table.size());
+/// An entry of the table, small enough to sort by moving it.
+struct Entry {
+    ModeSpec spec;
+    const CGDisplayModeRef* cg; ///< in the table
+};
+
+/// Sorted before the labels are made, which would be dear to move.
+std::vector<Entry> sorted(const WorkingTable& table) {
+    std::vector<Entry> entries;
+    entries.reserve(table.size());
     for (const auto& [key, candidate] : table)
-        candidates.push_back(&candidate);
-    std::ranges::stable_sort(candidates, standsBefore, &Candidate::spec);
-    return candidates;
+        entries.push_back({candidate.spec, &candidate.cg});
+    std::ranges::stable_sort(entries, standsBefore, &Entry::spec);
+    return entries;
 }
 
 /// What the catalogue as a whole demands of its labels.
@@ -120,9 +126,8 @@ std::vector<DisplayMode> modes(CGDirectDisplayID display) {
 
     std::vector<DisplayMode> catalogue;
     catalogue.reserve(table.size());
-    for (const Candidate* candidate : sorted(table))
-        catalogue.push_back(
-            {candidate->spec, candidate->cg, labelOf(candidate->spec, table, style)});
+    for (const Entry& entry : sorted(table))
+        catalogue.push_back({entry.spec, *entry.cg, labelOf(entry.spec, table, style)});
     return catalogue;
 }
 
