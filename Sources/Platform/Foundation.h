@@ -19,8 +19,8 @@ using NSData = std::vector<std::uint8_t>;
 /// Writes one line to the log. Never fails.
 void NSLog(std::string_view line);
 
-/// The user's settings of this application. Every read asks the database and every write goes
-/// straight into it. Main thread only.
+/// The user's settings of this application. Every read answers what the database holds now, whoever
+/// wrote it, and every write goes straight into it. Main thread only.
 class NSUserDefaults {
 public:
     /// The application's database, opened on first use and kept for the life of the process.
