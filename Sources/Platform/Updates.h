@@ -1,0 +1,30 @@
+// The update framework, which looks for new versions, verifies and installs them. Main thread only.
+#pragma once
+
+#include <memory>
+
+/// Looks for updates, on its own schedule or when told to.
+class SPUUpdater {
+public:
+    /// Looks for an update now, with the framework's own progress and result dialogs. Sounds the
+    /// alert when it cannot.
+    void checkForUpdates();
+
+    /// False while a check runs, and where the framework is not installed or not set up.
+    bool canCheckForUpdates() const;
+};
+
+/// Owns an updater together with its user interface.
+class SPUStandardUpdaterController {
+public:
+    /// Makes the updater, without delegates, and starts its scheduled checks if told so.
+    static std::shared_ptr<SPUStandardUpdaterController>
+    initWithStartingUpdater(bool startingUpdater);
+
+    SPUUpdater& updater() { return updater_; }
+
+private:
+    SPUStandardUpdaterController() = default;
+
+    SPUUpdater updater_;
+};

@@ -1,0 +1,32 @@
+# add_symbol_pixmaps(room): draws the symbols for panels that do not find them in an icon theme, and
+# embeds them in the room as :/symbols/<name>/<size>.png. Linux/Desktop/Symbols names both lists too.
+find_program(RSVG_CONVERT rsvg-convert REQUIRED)
+
+function(add_symbol_pixmaps room)
+  set(style ${PROJECT_SOURCE_DIR}/Packaging/icons/pixmap.css)
+  set(folder ${PROJECT_BINARY_DIR}/symbols)
+  set(entries "")
+  foreach(name display 1-square 2-square info-circle-fill)
+    set(drawing ${PROJECT_SOURCE_DIR}/Packaging/icons/hicolor/symbolic/apps)
+    string(APPEND drawing /org.tessary.Tessary-${name}-symbolic.svg)
+    file(MAKE_DIRECTORY ${folder}/${name})
+    foreach(size 16 22 24 32 48 64)
+      add_custom_command(OUTPUT ${folder}/${name}/${size}.png DEPENDS ${drawing} ${style}
+        COMMAND ${RSVG_CONVERT} --stylesheet ${style} --width ${size} --height ${size}
+                --output ${folder}/${name}/${size}.png ${drawing}
+        VERBATIM)
+      list(APPEND pixmaps ${folder}/${name}/${size}.png)
+      string(APPEND entries "<file>${name}/${size}.png</file>\n")
+    endforeach()
+  endforeach()
+  file(CONFIGURE OUTPUT ${folder}/symbols.qrc
+    CONTENT "<RCC><qresource prefix=\"/symbols\">\n@entries@</qresource></RCC>\n" @ONLY)
+  add_custom_command(OUTPUT ${folder}/symbols.cpp DEPENDS ${folder}/symbols.qrc ${pixmaps}
+    COMMAND Qt6::rcc --name symbols --output ${folder}/symbols.cpp ${folder}/symbols.qrc
+    VERBATIM)
+  target_sources(${room} PRIVATE ${folder}/symbols.cpp)
+  set_source_files_properties(${folder}/symbols.cpp PROPERTIES COMPILE_OPTIONS -w)
+endfunction()
+
+include(GNUInstallDirs)
+install(DIRECTORY Packaging/icons/hicolor DESTINATION ${CMAKE_INSTALL_DATADIR}/icons)
