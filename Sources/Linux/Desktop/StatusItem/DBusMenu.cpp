@@ -1,0 +1,257 @@
+#include "Linux/Desktop/StatusItem/DBusMenu.h"
+
+#include "Linux/Desktop/StatusItem/MenuMarshalling.h"
+
+#include <QDBusError>
+#include <QDBusVariant>
+#include <QVariantMap>
+
+#include <utility>
+
+namespace tessary {
+
+namespace {
+
+constexpr QLatin1String menuInterface("com.canonical.dbusmenu");
+constexpr QLatin1String propertiesInterface("org.freedesktop.DBus.Properties");
+
+constexpr QLatin1String description(R"xml(<interface name="com.canonical.dbusmenu">
+  <property name="Version" type="u" access="read"/>
+  <property name="TextDirection" type="s" access="read"/>
+  <property name="Status" type="s" access="read"/>
+  <property name="IconThemePath" type="as" access="read"/>
+  <method name="GetLayout">
+    <arg name="parentId" type="i" direction="in"/>
+    <arg name="recursionDepth" type="i" direction="in"/>
+    <arg name="propertyNames" type="as" direction="in"/>
+    <arg name="revision" type="u" direction="out"/>
+    <arg name="layout" type="(ia{sv}av)" direction="out"/>
+  </method>
+  <method name="GetGroupProperties">
+    <arg name="ids" type="ai" direction="in"/>
+    <arg name="propertyNames" type="as" direction="in"/>
+    <arg name="properties" type="a(ia{sv})" direction="out"/>
+  </method>
+  <method name="GetProperty">
+    <arg name="id" type="i" direction="in"/>
+    <arg name="name" type="s" direction="in"/>
+    <arg name="value" type="v" direction="out"/>
+  </method>
+  <method name="Event">
+    <arg name="id" type="i" direction="in"/>
+    <arg name="eventId" type="s" direction="in"/>
+    <arg name="data" type="v" direction="in"/>
+    <arg name="timestamp" type="u" direction="in"/>
+  </method>
+  <method name="EventGroup">
+    <arg name="events" type="a(isvu)" direction="in"/>
+    <arg name="idErrors" type="ai" direction="out"/>
+  </method>
+  <method name="AboutToShow">
+    <arg name="id" type="i" direction="in"/>
+    <arg name="needUpdate" type="b" direction="out"/>
+  </method>
+  <method name="AboutToShowGroup">
+    <arg name="ids" type="ai" direction="in"/>
+    <arg name="updatesNeeded" type="ai" direction="out"/>
+    <arg name="idErrors" type="ai" direction="out"/>
+  </method>
+  <signal name="ItemsPropertiesUpdated">
+    <arg name="updatedProps" type="a(ia{sv})"/>
+    <arg name="removedProps" type="a(ias)"/>
+  </signal>
+  <signal name="LayoutUpdated">
+    <arg name="revision" type="u"/>
+    <arg name="parent" type="i"/>
+  </signal>
+  <signal name="ItemActivationRequested">
+    <arg name="id" type="i"/>
+    <arg name="timestamp" type="u"/>
+  </signal>
+</interface>
+)xml");
+
+/// The properties of the menu itself.
+const QVariantMap& menuObjectProperties() {
+    static const auto& properties = *new QVariantMap{
+        {QStringLiteral("Version"), 3U},
+        {QStringLiteral("TextDirection"), QStringLiteral("ltr")},
+        {QStringLiteral("Status"), QStringLiteral("normal")},
+        {QStringLiteral("IconThemePath"), QStringList()},
+    };
+    return properties;
+}
+
+QDBusMessage unknownId(const QDBusMessage& call) {
+    return call.createErrorReply(QDBusError::InvalidArgs, QStringLiteral("unknown menu entry"));
+}
+
+QDBusMessage unknownInterface(const QDBusMessage& call) {
+    return call.createErrorReply(QDBusError::UnknownInterface, QStringLiteral("no such interface"));
+}
+
+/// The argument at `index` of a call whose signature has been checked.
+template <typename T>
+T argument(const QDBusMessage& call, int index) {
+    return qdbus_cast<T>(call.arguments().at(index));
+}
+
+} // namespace
+
+struct DBusMenu::Method {
+    QLatin1String interface;
+    QLatin1String name;
+    QLatin1String signature;
+    QDBusMessage (DBusMenu::*answer)(const QDBusMessage& call) = nullptr;
+};
+
+DBusMenu::DBusMenu(QDBusConnection connection, QString path, std::shared_ptr<NSMenu> menu)
+    : connection_(std::move(connection)),
+      path_(std::move(path)),
+      menu_(std::move(menu), {[this](const auto& changes) { sendPropertiesUpdated(changes); },
+                              [this](unsigned revision) { sendLayoutUpdated(revision); }}) {
+    registerMenuTypes();
+    connection_.registerVirtualObject(path_, this);
+}
+
+DBusMenu::~DBusMenu() {
+    connection_.unregisterObject(path_);
+}
+
+QString DBusMenu::introspect(const QString& /*path*/) const {
+    return description;
+}
+
+/// Null when there is none. A call may leave out the interface.
+const DBusMenu::Method* DBusMenu::method(const QDBusMessage& call) {
+    static const auto& methods = *new std::vector<Method>{
+        {menuInterface, QLatin1String("GetLayout"), QLatin1String("iias"), &DBusMenu::getLayout},
+        {menuInterface, QLatin1String("GetGroupProperties"), QLatin1String("aias"),
+         &DBusMenu::getGroupProperties},
+        {menuInterface, QLatin1String("GetProperty"), QLatin1String("is"), &DBusMenu::getProperty},
+        {menuInterface, QLatin1String("Event"), QLatin1String("isvu"), &DBusMenu::handleEvent},
+        {menuInterface, QLatin1String("EventGroup"), QLatin1String("a(isvu)"),
+         &DBusMenu::handleEventGroup},
+        {menuInterface, QLatin1String("AboutToShow"), QLatin1String("i"), &DBusMenu::aboutToShow},
+        {menuInterface, QLatin1String("AboutToShowGroup"), QLatin1String("ai"),
+         &DBusMenu::aboutToShowGroup},
+        {propertiesInterface, QLatin1String("Get"), QLatin1String("ss"), &DBusMenu::get},
+        {propertiesInterface, QLatin1String("GetAll"), QLatin1String("s"), &DBusMenu::getAll},
+        {propertiesInterface, QLatin1String("Set"), QLatin1String("ssv"), &DBusMenu::set},
+    };
+    for (const Method& method : methods)
+        if (call.member() == method.name &&
+            (call.interface().isEmpty() || call.interface() == method.interface))
+            return &method;
+    return nullptr;
+}
+
+QDBusMessage DBusMenu::answer(const QDBusMessage& call) {
+    const Method* method = DBusMenu::method(call);
+    if (method == nullptr)
+        return call.createErrorReply(QDBusError::UnknownMethod, QStringLiteral("no such method"));
+    if (call.signature() != method->signature)
+        return call.createErrorReply(
+            QDBusError::InvalidArgs,
+            QStringLiteral("expected arguments %1").arg(method->signature));
+    return (this->*method->answer)(call);
+}
+
+/// What is not for us QtDBus answers: introspection, or that there is no such interface.
+bool DBusMenu::handleMessage(const QDBusMessage& call, const QDBusConnection& connection) {
+    if (method(call) == nullptr && call.interface() != menuInterface)
+        return false;
+    const QDBusMessage reply = answer(call);
+    if (call.isReplyRequired())
+        connection.send(reply);
+    return true;
+}
+
+QDBusMessage DBusMenu::getLayout(const QDBusMessage& call) {
+    const MenuEntry* parent = menu_.entry(argument<int>(call, 0));
+    if (parent == nullptr)
+        return unknownId(call);
+    names_ = argument<QStringList>(call, 2);
+    const MenuLayout layout{parent, &names_, argument<int>(call, 1)};
+    return call.createReply({menu_.revision(), QVariant::fromValue(layout)});
+}
+
+QDBusMessage DBusMenu::getGroupProperties(const QDBusMessage& call) {
+    names_ = argument<QStringList>(call, 1);
+    QList<MenuEntryProperties> properties;
+    for (const MenuEntry* entry : menu_.group(argument<QList<int>>(call, 0)))
+        properties.push_back({entry, &names_});
+    return call.createReply(QVariant::fromValue(properties));
+}
+
+QDBusMessage DBusMenu::getProperty(const QDBusMessage& call) {
+    const QVariant value = menu_.property(argument<int>(call, 0), argument<QString>(call, 1));
+    if (!value.isValid())
+        return call.createErrorReply(QDBusError::InvalidArgs,
+                                     QStringLiteral("unknown menu entry or property"));
+    return call.createReply(QVariant::fromValue(QDBusVariant(value)));
+}
+
+QDBusMessage DBusMenu::handleEvent(const QDBusMessage& call) {
+    const bool isKnown = menu_.handle({argument<int>(call, 0), argument<QString>(call, 1)});
+    return isKnown ? call.createReply() : unknownId(call);
+}
+
+QDBusMessage DBusMenu::handleEventGroup(const QDBusMessage& call) {
+    return call.createReply(
+        QVariant::fromValue(menu_.handleGroup(argument<QList<MenuEvent>>(call, 0))));
+}
+
+QDBusMessage DBusMenu::aboutToShow(const QDBusMessage& call) {
+    const auto needsUpdate = menu_.aboutToShow(argument<int>(call, 0));
+    return needsUpdate ? call.createReply(*needsUpdate) : unknownId(call);
+}
+
+QDBusMessage DBusMenu::aboutToShowGroup(const QDBusMessage& call) {
+    const auto [updatesNeeded, unknownIds] = menu_.aboutToShowGroup(argument<QList<int>>(call, 0));
+    return call.createReply({QVariant::fromValue(updatesNeeded), QVariant::fromValue(unknownIds)});
+}
+
+QDBusMessage DBusMenu::get(const QDBusMessage& call) {
+    if (argument<QString>(call, 0) != menuInterface)
+        return unknownInterface(call);
+    const QVariant value = menuObjectProperties().value(argument<QString>(call, 1));
+    if (!value.isValid())
+        return call.createErrorReply(QDBusError::UnknownProperty,
+                                     QStringLiteral("no such property"));
+    return call.createReply(QVariant::fromValue(QDBusVariant(value)));
+}
+
+QDBusMessage DBusMenu::getAll(const QDBusMessage& call) {
+    if (argument<QString>(call, 0) != menuInterface)
+        return unknownInterface(call);
+    return call.createReply(menuObjectProperties());
+}
+
+QDBusMessage DBusMenu::set(const QDBusMessage& call) {
+    return call.createErrorReply(QDBusError::PropertyReadOnly,
+                                 QStringLiteral("a menu's properties can only be read"));
+}
+
+void DBusMenu::sendPropertiesUpdated(const std::vector<MenuPropertiesChange>& changes) const {
+    QList<MenuPropertiesChange> changed;
+    QList<MenuPropertyNames> removed;
+    for (const MenuPropertiesChange& change : changes) {
+        if (!change.changed.empty())
+            changed.push_back(change);
+        if (!change.removed.isEmpty())
+            removed.push_back({change.id, change.removed});
+    }
+    auto signal =
+        QDBusMessage::createSignal(path_, menuInterface, QStringLiteral("ItemsPropertiesUpdated"));
+    signal << QVariant::fromValue(changed) << QVariant::fromValue(removed);
+    connection_.send(signal);
+}
+
+void DBusMenu::sendLayoutUpdated(unsigned revision) const {
+    auto signal = QDBusMessage::createSignal(path_, menuInterface, QStringLiteral("LayoutUpdated"));
+    signal << revision << MenuExport::rootId;
+    connection_.send(signal);
+}
+
+} // namespace tessary

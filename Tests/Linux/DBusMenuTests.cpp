@@ -1,0 +1,258 @@
+#include "Linux/Desktop/StatusItem/DBusMenu.h"
+#include "Linux/Desktop/StatusItem/MenuText.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QDBusArgument>
+#include <QDBusPendingCallWatcher>
+#include <QDBusServer>
+#include <QDBusVariant>
+#include <QEventLoop>
+
+#include <tuple>
+
+namespace tessary {
+namespace {
+
+using Item = std::shared_ptr<NSMenuItem>;
+using Items = std::vector<Item>;
+
+QString text(const QVariant& value) {
+    if (value.metaType() == QMetaType::fromType<QDBusVariant>())
+        return text(value.value<QDBusVariant>().variant());
+    if (value.metaType() != QMetaType::fromType<QDBusArgument>())
+        return value.toString();
+    const auto argument = value.value<QDBusArgument>();
+    QStringList parts;
+    if (argument.currentType() == QDBusArgument::MapType) {
+        const auto map = qdbus_cast<QVariantMap>(argument);
+        for (const QString& key : map.keys())
+            parts.push_back(key + u'=' + text(map.value(key)));
+        return parts.join(u' ');
+    }
+    const bool isArray = argument.currentType() == QDBusArgument::ArrayType;
+    isArray ? argument.beginArray() : argument.beginStructure();
+    while (!argument.atEnd())
+        parts.push_back(text(argument.asVariant()));
+    return (isArray ? u'[' : u'(') + parts.join(u' ') + (isArray ? u']' : u')');
+}
+
+std::string text(const MenuProperties& properties) {
+    std::string result;
+    for (const auto& [name, value] : properties)
+        result += (result.empty() ? "" : " ") + name.toStdString() + "=" +
+                  (name == u"shortcut" ? value.value<QList<QStringList>>()[0].join(u'+')
+                                       : value.toString())
+                      .toStdString();
+    return result;
+}
+
+std::string ids(const std::vector<MenuEntry>& entries) {
+    std::string result;
+    for (const auto& [id, item, properties, children] : entries)
+        result += " " + std::to_string(id) + (children.empty() ? "" : "[" + ids(children) + " ]");
+    return result;
+}
+
+Item item(const std::string& title, int object = 0) {
+    auto result = std::make_shared<NSMenuItem>(title, nullptr, "");
+    result->setRepresentedObject(RepresentedObject(object));
+    return result;
+}
+
+Item with(Item item, auto property, const auto& value) {
+    ((*item).*property)(value);
+    return item;
+}
+
+Item disabled(const Item& item) {
+    return with(item, &NSMenuItem::setEnabled, false);
+}
+
+Item marked(const Item& item) {
+    return with(item, &NSMenuItem::setState, NSControlStateValue::on);
+}
+
+Item keyed(const std::string& key, NSEventModifierFlags modifiers) {
+    return with(with(item(""), &NSMenuItem::setKeyEquivalent, key),
+                &NSMenuItem::setKeyEquivalentModifierMask, modifiers);
+}
+
+Item parent(const Item& item, const Items& children) {
+    const auto submenu = std::make_shared<NSMenu>();
+    for (const Item& child : children)
+        submenu->addItem(child);
+    return with(item, &NSMenuItem::setSubmenu, submenu);
+}
+
+/// A program whose menu holds `entries` from its next opening on.
+struct DBusMenuTest : testing::Test, NSMenuDelegate {
+    void menuWillOpen(NSMenu& opened) override {
+        ++openings;
+        opened.removeAllItems();
+        for (const Item& entry : entries)
+            opened.addItem(entry);
+    }
+
+    void show(Items first) {
+        entries = std::move(first);
+        menuWillOpen(*menu);
+        openings = 0;
+        menu->setDelegate(delegate);
+        const auto propertiesChanged = [this](const std::vector<MenuPropertiesChange>& changes) {
+            for (const auto& [id, changed, removed] : changes)
+                heard += std::to_string(id) + "{" + text(changed) + "}" +
+                         removed.join(u'-').toStdString() + " ";
+        };
+        shown = std::make_unique<MenuExport>(
+            menu, MenuObserver{propertiesChanged, [this](unsigned revision) {
+                                   heard += "layout " + std::to_string(revision) + " ";
+                               }});
+    }
+
+    /// What the host hears when the menu is opened with these entries.
+    std::string reopen(Items next) {
+        entries = std::move(next);
+        heard.clear();
+        heard += *shown->aboutToShow(0) ? "update" : "";
+        return heard;
+    }
+
+    int argumentCount = 0;
+    QCoreApplication application{argumentCount, nullptr};
+    std::shared_ptr<NSMenuDelegate> delegate{this, [](const NSMenuDelegate*) {}};
+    std::shared_ptr<NSMenu> menu = std::make_shared<NSMenu>();
+    Items entries;
+    int openings = 0;
+    std::string heard;
+    std::unique_ptr<MenuExport> shown;
+};
+
+// clang-format off
+
+TEST(MenuProperties, SayWhatDiffersFromTheDefaultsInPlainText) {
+    const std::vector<std::pair<Item, std::string>> rows{
+        {NSMenuItem::separatorItem(), "type=separator"},
+        {item("A_B & <b>C</b>"), "label=A__B & <b>C</b>"},
+        {item("a\n\t\x1B[\x7F\u0085\u2028\u2029b\xFF"), "label=a   [    b\uFFFD"},
+        {disabled(item("A")), "label=A enabled=false"},
+        {marked(item("A")), "label=A toggle-type=checkmark toggle-state=1"},
+        {parent(item("A"), {}), "label=A children-display=submenu"},
+        {keyed("\uF711", 5U << 18U), "shortcut=Control+Super+F14"},
+        {keyed("q", 15U << 17U), "shortcut=Control+Alt+Shift+Super+q"},
+        {keyed("\uF72C", 0), "shortcut=Page_Up"}, {keyed("\uF726", 0), "shortcut=F35"},
+        {keyed(",", 0), "shortcut=comma"}, {keyed("é", 0), ""}, {keyed("", 1U << 18U), ""},
+        {std::make_shared<NSMenuItem>("Quit", nullptr, "q"), "label=Quit"}};
+    for (const auto& [entry, properties] : rows)
+        EXPECT_EQ(text(menuProperties(*entry)), properties);
+    EXPECT_EQ(menuLabel("A_B & C", u'&'), QStringLiteral("A_B && C"));
+}
+
+TEST_F(DBusMenuTest, EntriesKeepTheirIdAtTheSamePlaceWithTheSameTitleAndObject) {
+    show({item("A"), item("B"), parent(item("C"), {item("D"), item("E")})});
+    const std::vector<std::pair<Items, std::string>> rows{
+        {{item("A"), item("B"), parent(item("C"), {item("D"), item("E")})}, " 1 2 3[ 4 5 ]"},
+        {{item("A"), item("B", 1), parent(item("C"), {item("D"), item("F")})}, " 1 6 3[ 4 7 ]"},
+        {{item("A"), item("B"), parent(item("G"), {item("D")})}, " 1 8 9[ 4 ]"},
+        {{item("B"), item("A")}, " 10 11"}};
+    for (const auto& [next, expected] : rows) {
+        reopen(next);
+        EXPECT_EQ(ids(shown->entry(0)->children), expected);
+    }
+    EXPECT_EQ(shown->entry(9), nullptr);
+}
+
+TEST_F(DBusMenuTest, AnOpeningRebuildsOnceWhateverTheHostSays) {
+    // a: AboutToShow, o: opened, c: closed; how often it rebuilds; the answers to AboutToShow
+    const std::vector<std::tuple<std::string, int, std::string>> rows{
+        {"aaa", 3, "yes no no "}, {"ooo", 3, ""}, {"aoaoao", 3, "yes no no "}, {"oaoaoa", 3, "yes no no "},
+        {"aocaoc", 2, "yes no "}, {"oacoac", 2, "yes no "}, {"ococ", 2, ""}, {"acoc", 2, "yes "},
+        {"oca", 2, "no "}, {"oaa", 2, "yes no "}};
+    for (const auto& [habit, rebuilds, expected] : rows) {
+        show({});
+        entries = {item("A")};
+        std::string answers;
+        for (const char sign : habit)
+            if (sign == 'a')
+                answers += *shown->aboutToShow(0) ? "yes " : "no ";
+            else
+                shown->handle({0, sign == 'o' ? QStringLiteral("opened") : QStringLiteral("closed")});
+        EXPECT_EQ(std::tuple(openings, answers), std::tuple(rebuilds, expected)) << habit;
+    }
+}
+
+TEST_F(DBusMenuTest, HostsHearWhatChangedAndOfTheLayoutWhenThereAreOtherEntries) {
+    show({item("A"), marked(item("B")), parent(item("C"), {item("D")})});
+    const std::vector<std::pair<Items, std::string>> rows{
+        {{item("A"), marked(item("B")), parent(item("C"), {item("D")})}, ""},
+        {{disabled(item("A")), item("B"), parent(item("C"), {marked(item("D"))})},
+         "1{enabled=false} 2{}toggle-type-toggle-state 4{toggle-type=checkmark toggle-state=1} "},
+        {{item("A"), item("B"), parent(item("C"), {})}, "1{}enabled layout 2 update"},
+        {{item("A"), item("B")}, "layout 3 update"}};
+    for (const auto& [next, expected] : rows)
+        EXPECT_EQ(reopen(next), expected);
+}
+
+TEST_F(DBusMenuTest, OnlyClicksOnEnabledEntriesThatAreStillThereAct) {
+    std::string chosen;
+    const auto acting = [&chosen](const std::string& title) {
+        return std::make_shared<NSMenuItem>(title, [&](const NSMenuItem& sender) { chosen += sender.title(); }, "");
+    };
+    show({acting("A"), disabled(acting("B")), parent(acting("C"), {}), NSMenuItem::separatorItem(), item("D")});
+    QList<MenuEvent> events{{1, QStringLiteral("hovered")}};
+    for (const int id : {0, 1, 2, 3, 4, 5, 6})
+        events.push_back({id, QStringLiteral("clicked")});
+    EXPECT_EQ(shown->handleGroup(events), QList<int>{6});
+    EXPECT_EQ(chosen, "") << "before the host has its answer";
+    reopen({acting("E")});
+    EXPECT_EQ(shown->handleGroup(events), (QList<int>{1, 1, 2, 3, 4, 5})) << "of a menu that is gone";
+    QCoreApplication::processEvents();
+    EXPECT_EQ(chosen, "AE") << "also an entry that has left the menu since";
+    entries = {};
+    const auto [updatesNeeded, unknownIds] = shown->aboutToShowGroup({6, 1, 0, 6});
+    EXPECT_EQ(updatesNeeded, QList<int>{0});
+    EXPECT_EQ(unknownIds, (QList<int>{1, 6}));
+}
+
+TEST_F(DBusMenuTest, AnswersOnTheBusInTheProtocolsTypes) {
+    show({parent(item("A"), {item("B"), disabled(item("C"))}), keyed(",", 0)});
+    QDBusServer server;
+    std::unique_ptr<DBusMenu> onBus;
+    QObject::connect(&server, &QDBusServer::newConnection, [&](const QDBusConnection& peer) {
+        onBus = std::make_unique<DBusMenu>(peer, QStringLiteral("/Menu"), menu);
+    });
+    const auto host = QDBusConnection::connectToPeer(server.address(), QStringLiteral("host"));
+    const auto answer = [&](const char* method, const QVariantList& arguments) {
+        auto call = QDBusMessage::createMethodCall({}, QStringLiteral("/Menu"), {}, QString::fromLatin1(method));
+        call.setArguments(arguments);
+        const QDBusPendingCallWatcher watcher(host.asyncCall(call));
+        QEventLoop loop;
+        QObject::connect(&watcher, &QDBusPendingCallWatcher::finished, &loop, &QEventLoop::quit);
+        loop.exec();
+        QString result = watcher.isError() ? watcher.error().name() : watcher.reply().signature();
+        for (const QVariant& value : watcher.isError() ? QVariantList() : watcher.reply().arguments())
+            result += u' ' + text(value);
+        return result.toStdString();
+    };
+    const QStringList all;
+    const QVariant ids = QVariant::fromValue(QList<int>{2, 9});
+    const std::string invalid = "org.freedesktop.DBus.Error.InvalidArgs";
+    const std::vector<std::tuple<const char*, QVariantList, std::string>> rows{
+        {"GetLayout", {0, 1, QStringList{QStringLiteral("label")}}, "u(ia{sv}av) 1 (0  [(1 label=A []) (4  [])])"},
+        {"GetLayout", {1, -1, all},
+         "u(ia{sv}av) 1 (1 children-display=submenu label=A [(2 label=B []) (3 enabled=false label=C [])])"},
+        {"GetLayout", {4, 0, all}, "u(ia{sv}av) 1 (4 shortcut=[comma] [])"},
+        {"GetLayout", {5, 0, all}, invalid}, {"GetLayout", {0}, invalid},
+        {"GetGroupProperties", {ids, all}, "a(ia{sv}) [(2 label=B)]"},
+        {"GetProperty", {2, QStringLiteral("enabled")}, "v true"}, {"GetProperty", {2, QString()}, invalid},
+        {"AboutToShow", {0}, "b false"}, {"AboutToShow", {9}, invalid}, {"AboutToShowGroup", {ids}, "aiai [] [9]"}};
+    for (const auto& [method, arguments, expected] : rows)
+        EXPECT_EQ(answer(method, arguments), expected) << method;
+    QDBusConnection::disconnectFromPeer(QStringLiteral("host"));
+}
+
+// clang-format on
+
+} // namespace
+} // namespace tessary
