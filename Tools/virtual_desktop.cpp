@@ -1,13 +1,19 @@
-// virtual_desktop [--stay] PROGRAM: shows on a computer without a desktop what Tessary does on one.
+// virtual_desktop [--stay] PROGRAM SCREENSHOT: shows on a computer without a desktop what Tessary
+// does on one.
 //
-// Starts an X server with two virtual displays and the program on it, presses both keys on each
-// display, and prints what the displays were and became. Ends with 0 when every key press switched
-// its display. With --stay all of it goes on running until a signal comes.
+// Starts an X server with two virtual displays, a panel and the program on it, presses both keys on
+// each display, prints what the displays were and became, opens the menu of the panel's icon and
+// saves a picture of that. Ends with 0 when every key press switched its display and the menu
+// opened. With --stay all of it goes on running until a signal comes.
 #include "Desktop/Harness/Client.h"
+#include "Desktop/Harness/Panel.h"
 #include "Desktop/Harness/Session.h"
+#include "Desktop/Harness/Tray.h"
+#include "Desktop/Harness/Windows.h"
 
 #include <csignal>
 #include <exception>
+#include <filesystem>
 #include <iomanip>
 #include <iostream>
 #include <sstream>
@@ -84,26 +90,39 @@ bool allSwitch(const XServer& server, Client& client) {
     return all;
 }
 
-int demonstrate(const std::string& path, const sigset_t* signalsToStayFor) {
+bool showsMenu(const Tray& tray, Client& client, const std::filesystem::path& screenshot) {
+    if (!tray.opensMenuOf("tessary", client)) {
+        std::cout << "\nThe icon in the panel has not opened its menu.\n";
+        return false;
+    }
+    saveScreenshot(client, screenshot);
+    std::cout << "\nThe menu of the icon in the panel: " << screenshot.string() << std::endl;
+    return true;
+}
+
+void waitForSignal(const XServer& server, const sigset_t& signals) {
+    std::cout << "\nIt goes on running, and DISPLAY=" << server.display()
+              << " leads other programs there. Ctrl-C ends it." << std::endl;
+    int signal = 0;
+    sigwait(&signals, &signal);
+}
+
+int demonstrate(const std::string& path, const std::filesystem::path& screenshot,
+                const sigset_t* signalsToStayFor) {
     const Home home;
     const XServer server(home);
     connectDisplays(server);
     Client client(server.display());
-    ChildProcess bus({"dbus-daemon", "--session", "--nofork", "--print-address"});
-    const auto address = bus.waitForLine("unix:.*").value_or("");
-    ChildProcess program(
-        home.commandOn(server.display(), {"DBUS_SESSION_BUS_ADDRESS=" + address, path}));
+    const Bus bus;
+    const Tray tray(home, server, client);
+    ChildProcess program(home.commandOn(server.display(), {bus.environment(), path}));
     const bool isReady = client.waitUntil(
         [&client] { return client.isGrabbed(keys::f14) && client.isGrabbed(keys::f15); });
     if (!isReady)
         std::cout << "Tessary has not taken its keys.\n";
-    const bool isDone = isReady && allSwitch(server, client);
-    if (isDone && signalsToStayFor != nullptr) {
-        std::cout << "\nIt goes on running, and DISPLAY=" << server.display()
-                  << " leads other programs there. Ctrl-C ends it." << std::endl;
-        int signal = 0;
-        sigwait(signalsToStayFor, &signal);
-    }
+    const bool isDone = isReady && allSwitch(server, client) && showsMenu(tray, client, screenshot);
+    if (isDone && signalsToStayFor != nullptr)
+        waitForSignal(server, *signalsToStayFor);
     program.signal(SIGTERM);
     const auto status = program.wait();
     for (const std::string& line : program.lines())
@@ -116,9 +135,9 @@ int demonstrate(const std::string& path, const sigset_t* signalsToStayFor) {
 
 int main(int count, char** arguments) {
     const std::vector<std::string> words(arguments + 1, arguments + count);
-    const bool stays = words.size() == 2 && words.front() == "--stay";
-    if (words.size() != (stays ? 2U : 1U)) {
-        std::cerr << "usage: virtual_desktop [--stay] PROGRAM\n";
+    const bool stays = words.size() == 3 && words.front() == "--stay";
+    if (words.size() != (stays ? 3U : 2U)) {
+        std::cerr << "usage: virtual_desktop [--stay] PROGRAM SCREENSHOT\n";
         return 2;
     }
     sigset_t signals;
@@ -128,7 +147,7 @@ int main(int count, char** arguments) {
     if (stays)
         sigprocmask(SIG_BLOCK, &signals, nullptr);
     try {
-        return demonstrate(words.back(), stays ? &signals : nullptr);
+        return demonstrate(words.end()[-2], words.back(), stays ? &signals : nullptr);
     } catch (const std::exception& error) {
         std::cerr << "virtual_desktop: " << error.what() << "\n";
         return 1;

@@ -4,6 +4,7 @@
 #include "TSY/DisplayManager.h"
 #include "TSY/HotkeyManager.h"
 #include "TSY/Settings.h"
+#include "TSY/UpdateController.h"
 
 namespace tsy {
 
@@ -13,8 +14,10 @@ std::shared_ptr<AppDelegate> AppDelegate::make() {
 
 void AppDelegate::applicationDidFinishLaunching() {
     seedConnectedDisplays();
+    setUpStatusItem();
     reloadHotkeys();
     DisplayManager::startObserving();
+    UpdateController::shared(); // runs from launch on, whether or not anybody opens the menu
 
     // Both observers stay for the rest of the process.
     auto& center = NSNotificationCenter::defaultCenter();
@@ -30,6 +33,11 @@ void AppDelegate::applicationDidFinishLaunching() {
 
 void AppDelegate::applicationWillTerminate() {
     HotkeyManager::shared().unregisterAll();
+}
+
+bool AppDelegate::applicationShouldHandleReopen(NSApplication& /*application*/,
+                                                bool /*hasVisibleWindows*/) {
+    return true;
 }
 
 void AppDelegate::seedConnectedDisplays() {

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "Platform/AppKit/NSApplication.h"
+#include "Platform/AppKit/NSMenu.h"
+#include "Platform/AppKit/NSStatusBar.h"
 #include "TSY/Display.h"
 #include "TSY/Slot.h"
 
@@ -9,14 +11,33 @@
 
 namespace tsy {
 
-/// Joins the services: what happens at launch, on a key press and at the end. Main thread only.
-class AppDelegate : public NSApplicationDelegate, public std::enable_shared_from_this<AppDelegate> {
+/// Joins the services: what happens at launch, in the status menu, on a key press and at the end.
+/// Main thread only.
+class AppDelegate : public NSApplicationDelegate,
+                    public NSMenuDelegate,
+                    public std::enable_shared_from_this<AppDelegate> {
 public:
+    /// What an entry of a display's menu of modes stands for.
+    struct ModeSelection {
+        CGDirectDisplayID displayID;
+        ModeSpec spec;
+
+        friend bool operator==(const ModeSelection&, const ModeSelection&) = default;
+    };
+
     static std::shared_ptr<AppDelegate> make();
 
     // Lifecycle (AppDelegate.cpp)
     void applicationDidFinishLaunching() override;
     void applicationWillTerminate() override;
+    bool applicationShouldHandleReopen(NSApplication& application, bool hasVisibleWindows) override;
+
+    // Status menu (AppDelegateMenu.cpp)
+    void menuWillOpen(NSMenu& menu) override;
+
+    /// Replaces all entries of the status menu by those of this moment. Without a status item with
+    /// a menu does nothing.
+    void rebuildMenu();
 
     // Commands (AppDelegateCommands.cpp)
 
@@ -27,10 +48,32 @@ public:
     /// is no display, no preset or no such mode, or when the display service refuses.
     void switchTo(Slot slot, const std::optional<Display>& display);
 
+    /// Switches the display that the menu was built for to the slot whose raw value the entry
+    /// carries. Any other entry does nothing.
+    void applySlot(const NSMenuItem& sender);
+
+    /// Switches to the `ModeSelection` that the entry carries, and touches no setting. Any other
+    /// entry does nothing; a mode that is gone or refused sounds the alert.
+    void applyMode(const NSMenuItem& sender);
+
+    void checkForUpdates();
+    void quit();
+
 private:
     AppDelegate() = default;
 
     static void seedConnectedDisplays();
+
+    void setUpStatusItem();
+    std::shared_ptr<NSMenuItem> slotItem(Slot slot, const Display& display);
+    std::shared_ptr<NSMenuItem> allResolutionsItem(const Display& display);
+
+    /// An entry's action that calls `command` for as long as this object lives.
+    NSMenuItem::Action action(void (AppDelegate::*command)(const NSMenuItem& sender));
+    NSMenuItem::Action action(void (AppDelegate::*command)());
+
+    std::shared_ptr<NSStatusItem> statusItem_;
+    std::optional<Display> targetDisplay_; ///< that was under the pointer when the menu was built
 };
 
 } // namespace tsy

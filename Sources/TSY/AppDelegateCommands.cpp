@@ -4,10 +4,18 @@
 #include "TSY/DisplayManager.h"
 #include "TSY/HotkeyManager.h"
 #include "TSY/Settings.h"
+#include "TSY/UpdateController.h"
+
+#include <string>
 
 namespace tsy {
 
 namespace {
+
+bool switched(const ModeSpec& spec, CGDirectDisplayID display) {
+    const auto mode = DisplayManager::resolve(spec, display);
+    return mode && DisplayManager::apply(*mode, display);
+}
 
 bool switched(Slot slot, const std::optional<Display>& display) {
     if (!display)
@@ -15,10 +23,7 @@ bool switched(Slot slot, const std::optional<Display>& display) {
     auto& settings = Settings::shared();
     settings.seedIfNeeded(*display); // it may have appeared a moment ago
     const auto preset = settings.spec(slot, display->key);
-    if (!preset)
-        return false;
-    const auto mode = DisplayManager::resolve(*preset, display->id);
-    return mode && DisplayManager::apply(*mode, display->id);
+    return preset && switched(*preset, display->id);
 }
 
 } // namespace
@@ -37,6 +42,26 @@ void AppDelegate::reloadHotkeys() {
 void AppDelegate::switchTo(Slot slot, const std::optional<Display>& display) {
     if (!switched(slot, display ? display : DisplayManager::displayUnderPointer()))
         NSSound::beep();
+}
+
+void AppDelegate::applySlot(const NSMenuItem& sender) {
+    const auto* text = sender.representedObject().as<std::string>();
+    if (const auto slot = text != nullptr ? slotFromRawValue(*text) : std::nullopt)
+        switchTo(*slot, targetDisplay_);
+}
+
+void AppDelegate::applyMode(const NSMenuItem& sender) {
+    const auto* selection = sender.representedObject().as<ModeSelection>();
+    if (selection != nullptr && !switched(selection->spec, selection->displayID))
+        NSSound::beep();
+}
+
+void AppDelegate::checkForUpdates() {
+    UpdateController::shared().controller().updater().checkForUpdates();
+}
+
+void AppDelegate::quit() {
+    NSApplication::shared().terminate();
 }
 
 } // namespace tsy

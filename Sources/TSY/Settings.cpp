@@ -1,5 +1,6 @@
 #include "TSY/Settings.h"
 
+#include "Platform/ServiceManagement.h"
 #include "TSY/DisplayManager.h"
 
 #include <string>
@@ -86,6 +87,16 @@ void Settings::resetShortcuts() {
     for (const Slot slot : allSlots)
         defaults_.removeObjectForKey(shortcutKey(slot));
     NSNotificationCenter::defaultCenter().post(shortcutsChanged);
+}
+
+bool Settings::launchAtLogin() const {
+    return SMAppService::mainApp().status() == SMAppServiceStatus::enabled;
+}
+
+void Settings::setLaunchAtLogin(bool launchAtLogin) {
+    auto& item = SMAppService::mainApp();
+    if (const auto error = launchAtLogin ? item.register_() : item.unregister())
+        NSLog("TSY: could not update login item — " + *error);
 }
 
 } // namespace tsy

@@ -16,8 +16,9 @@ inline constexpr std::string_view bindingsChanged = "tessary.tsy.bindingsChanged
 /// Posted once per `setShortcut` and per `resetShortcuts`.
 inline constexpr std::string_view shortcutsChanged = "tessary.tsy.shortcutsChanged";
 
-/// The program's only persistent store: presets per display and slot, shortcuts per slot. Holds no
-/// copy of anything, so every reader sees the present value. Main thread only.
+/// The program's only persistent store: presets per display and slot, shortcuts per slot. The login
+/// item is here too, though the platform keeps that one. Holds no copy of anything, so every reader
+/// sees the present value. Main thread only.
 ///
 /// An entry of zero bytes means that the user cleared it; an absent one was never set. Bytes that
 /// cannot be read count as no preset or no shortcut and stay where they are.
@@ -44,6 +45,12 @@ public:
 
     /// Both slots fall back to their defaults, a cleared one too.
     void resetShortcuts();
+
+    /// Whether the program will be started at login.
+    bool launchAtLogin() const;
+
+    /// A refusal is logged, and the login item stays as it was.
+    void setLaunchAtLogin(bool launchAtLogin);
 
     Settings(const Settings&) = delete;
     Settings& operator=(const Settings&) = delete;

@@ -10,6 +10,9 @@
 
 namespace desktop {
 
+/// What the program says where nobody shows its icon.
+inline const std::string noPanel = "tessary: no panel shows status icons; waiting for one";
+
 class Desktop : public testing::Test {
 protected:
     Desktop() { connectDisplays(server_); }

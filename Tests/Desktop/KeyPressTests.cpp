@@ -42,7 +42,7 @@ TEST_F(KeyPress, SwitchesTheDisplayUnderThePointerAndMovesItsNeighbour) {
     EXPECT_EQ(client_.bells(), 0);
     tessary.signal(SIGTERM);
     EXPECT_EQ(tessary.wait(), 0);
-    EXPECT_EQ(tessary.lines(), Words());
+    EXPECT_EQ(tessary.lines(), Words{noPanel});
     for (const std::uint8_t key : {keys::f14, keys::f15, keys::scrollLock, keys::pause})
         EXPECT_FALSE(client_.isGrabbed(key));
 }
@@ -103,7 +103,7 @@ TEST_F(KeyPress, OfAKeyThatSomebodyElseOwnsIsOneLogLineAndTheOtherSlotWorks) {
     EXPECT_EQ(layoutOnce(leftSwitched), leftSwitched);
     tessary.signal(SIGTERM);
     EXPECT_EQ(tessary.wait(), 0);
-    EXPECT_EQ(tessary.lines(), Words{"TSY: failed to register F14 (status -9878)"});
+    EXPECT_EQ(tessary.lines(), (Words{"TSY: failed to register F14 (status -9878)", noPanel}));
 }
 
 TEST_F(KeyPress, OnAModeThatWasDeletedUnnoticedSoundsTheAlertAndTheNextOneFindsAnother) {

@@ -27,7 +27,7 @@ protected:
     std::string launchLog;
 };
 
-TEST_F(Delegate, LaunchSeedsEachDisplayThenRegistersBothShortcuts) {
+TEST_F(Delegate, LaunchSeedsEachDisplayThenBuildsTheMenuThenRegistersBothShortcuts) {
     // clang-format off
     EXPECT_EQ(launchLog,
         "store seeded.builtin = true; list modes of 1; "
@@ -35,8 +35,13 @@ TEST_F(Delegate, LaunchSeedsEachDisplayThenRegistersBothShortcuts) {
         R"(store mode.builtin.two = {"width":2560,"height":1440,"isHiDPI":false,"refreshRate":0}; )"
         "store seeded.10-20-30 = true; list modes of 2; "
         R"(store mode.10-20-30.one = {"width":1920,"height":1080,"isHiDPI":false,"refreshRate":0}; )"
-        "register 107 + 0 as 1; register 113 + 0 as 2");
+        "status item; list modes of 1; list modes of 2; register 107 + 0 as 1; register 113 + 0 as 2");
     // clang-format on
+    EXPECT_EQ(startedUpdaters, 1);
+    EXPECT_NE(shownMenu().find("Switch to 1920 × 1080"), std::string::npos)
+        << "the first menu shows the presets just seeded";
+    EXPECT_TRUE(delegate->applicationShouldHandleReopen(NSApplication::shared(), false));
+    EXPECT_EQ(state.takeLog(), "");
 }
 
 TEST_F(Delegate, PressSwitchesTheDisplayUnderThePointerToItsPreset) {

@@ -4,9 +4,11 @@
 #pragma once
 
 #include "Platform/AppKit/NSScreen.h"
+#include "Platform/AppKit/NSStatusBar.h"
 #include "Platform/Carbon.h"
 #include "Platform/CoreGraphics.h"
 #include "Platform/Foundation.h"
+#include "Platform/ServiceManagement.h"
 
 struct OpaqueEventHotKeyRef : EventHotKeyID {};
 
@@ -36,8 +38,8 @@ struct State {
     std::string log;
 
     /// How the request begins, in the log's words, that the platform refuses: the display server
-    /// restarts, another program holds the key, the hardware cannot show the mode. "count", "list"
-    /// and "read event" are not in the log.
+    /// restarts, another program holds the key, the hardware cannot show the mode. "count", "list",
+    /// "read event" and the names of system symbols are not in the log.
     std::string refused = "nothing";
     OSStatus hotKeyRefusal = eventHotKeyExistsErr; ///< 0: success, but without a handle
 
@@ -56,6 +58,10 @@ struct State {
     std::map<std::string, Value, std::less<>> defaults;
     std::vector<std::function<void()>> mainQueue;
 
+    std::shared_ptr<NSStatusItem> statusItem; ///< the last one
+    SMAppServiceStatus loginItem = SMAppServiceStatus::notRegistered;
+    bool isUpdaterBusy = false;
+
     bool refuses(std::string_view request) const { return request.starts_with(refused); }
     void note(std::string_view line) { log.append(log.empty() ? "" : "; ").append(line); }
     std::string takeLog() { return std::exchange(log, {}); }
@@ -66,6 +72,9 @@ inline State state;
 /// What the program registers once and for the rest of the process.
 inline EventHandlerUPP hotKeyHandler = nullptr;
 inline std::vector<CGDisplayReconfigurationCallBack> changeCallbacks;
+
+/// How many updaters the program has made and started.
+inline int startedUpdaters = 0;
 
 void reset();
 
@@ -82,6 +91,16 @@ void press(std::uint32_t keyCode, std::uint32_t modifiers = 0);
 /// Sends the event of the hot key with this number in the log, registered or not, or no event at
 /// all. Answers what the program answered.
 OSStatus sendHotKeyEvent(std::optional<std::uint32_t> number);
+
+/// Opens the status menu. The button's picture, then line by line what the user sees.
+std::string openedMenu();
+
+/// The same, as it was when it was last built.
+std::string shownMenu();
+
+/// Chooses the first entry with this title, of those that were last built. Nothing happens when it
+/// is disabled; throws when there is none.
+void choose(const std::string& title);
 
 void reportChange(CGDirectDisplayID display, CGDisplayChangeSummaryFlags flags);
 

@@ -1,10 +1,9 @@
 #include "Platform/Foundation.h"
 
-#include <QCoreApplication>
-#include <QMetaObject>
+#include "Linux/Desktop/MainQueue.h"
 
 #include <utility>
 
 void DispatchQueue::mainAsync(std::function<void()> task) {
-    QMetaObject::invokeMethod(QCoreApplication::instance(), std::move(task), Qt::QueuedConnection);
+    tessary::MainQueue::shared().submit(std::move(task));
 }

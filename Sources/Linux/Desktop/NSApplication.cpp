@@ -1,14 +1,18 @@
 #include "Platform/AppKit/NSApplication.h"
 
+#include "Linux/Desktop/EventLoop.h"
+#include "Linux/Desktop/SessionBus.h"
+#include "Linux/Desktop/SingleInstance.h"
 #include "Linux/Desktop/TerminationSignals.h"
 #include "Linux/Desktop/XEventSource.h"
 #include "Linux/Session.h"
 #include "Platform/Foundation.h"
 
-#include <QCoreApplication>
-
 #include <cstdlib>
 #include <utility>
+
+using tessary::EventLoop;
+using tessary::SingleInstance;
 
 namespace {
 
@@ -20,6 +24,34 @@ void openSessionOrExit() {
     NSLog("tessary: no X server answers; is DISPLAY set?");
     std::exit(failure);
 }
+
+/// False when another instance does what this one was started for.
+bool isOnlyInstance(SingleInstance& instance) {
+    switch (instance.claim(tessary::sessionBus())) {
+    case SingleInstance::Claim::first:
+    case SingleInstance::Claim::alone:
+        return true;
+    case SingleInstance::Claim::activated:
+        return false;
+    case SingleInstance::Claim::refused:
+        std::exit(failure);
+    }
+    return true;
+}
+
+/// What brings the outside world into an event loop.
+struct Sources {
+    explicit Sources(const tessary::TerminationSignals& signals)
+        : events(tessary::Session::current()->connection(),
+                 [] {
+                     NSLog("tessary: the X server is gone");
+                     EventLoop::quit(failure);
+                 }),
+          terminations(signals.watch([] { EventLoop::quit(); })) {}
+
+    tessary::XEventSource events;
+    std::unique_ptr<QSocketNotifier> terminations;
+};
 
 } // namespace
 
@@ -35,30 +67,30 @@ void NSApplication::setDelegate(std::weak_ptr<NSApplicationDelegate> delegate) {
 // Panels and docks list windows, and the program has none of its own at start: nothing to set.
 void NSApplication::setActivationPolicy(NSApplicationActivationPolicy /*policy*/) {}
 
+void NSApplication::terminate() {
+    EventLoop::quit();
+}
+
 void NSApplication::run() {
     openSessionOrExit(); // before the signals are held back: a server may keep us waiting
-    tessary::TerminationSignals signals;
-    auto& session = *tessary::Session::current();
-
-    int argumentCount = 1;
-    char name[] = "tessary";
-    char* arguments[] = {name, nullptr};
-    QCoreApplication loop(argumentCount, arguments);
-    QObject::connect(&loop, &QCoreApplication::aboutToQuit, [this] {
+    const tessary::TerminationSignals signals;
+    EventLoop loop;
+    SingleInstance instance;
+    if (!isOnlyInstance(instance))
+        return;
+    tessary::Session::current()->displays().restorePermanentModes();
+    instance.setReopenHandler([this] {
         if (const auto delegate = delegate_.lock())
-            delegate->applicationWillTerminate();
+            delegate->applicationShouldHandleReopen(*this, false);
     });
-
-    session.displays().restorePermanentModes();
-    signals.watch([] { QCoreApplication::quit(); });
-    const tessary::XEventSource events(session.connection(), [] {
-        NSLog("tessary: the X server is gone");
-        QCoreApplication::exit(failure);
-    });
-    DispatchQueue::mainAsync([this] {
+    DispatchQueue::mainAsync([this, &instance] {
         if (const auto delegate = delegate_.lock())
             delegate->applicationDidFinishLaunching();
+        DispatchQueue::mainAsync([&instance] { instance.setLaunched(); });
     });
-    if (const int status = QCoreApplication::exec(); status != 0)
+    const int status = loop.run([&signals] { return std::make_shared<Sources>(signals); });
+    if (const auto delegate = delegate_.lock())
+        delegate->applicationWillTerminate();
+    if (status != 0)
         std::exit(status);
 }

@@ -17,18 +17,18 @@ TerminationSignals::TerminationSignals() {
 }
 
 TerminationSignals::~TerminationSignals() {
-    notifier_.reset();
     close(descriptor_);
 }
 
-void TerminationSignals::watch(std::function<void()> terminate) {
-    notifier_ = std::make_unique<QSocketNotifier>(descriptor_, QSocketNotifier::Read);
-    connect(notifier_.get(), &QSocketNotifier::activated, this,
-            [this, terminate = std::move(terminate)] {
-                signalfd_siginfo signal{};
-                if (read(descriptor_, &signal, sizeof signal) == sizeof signal)
-                    terminate();
-            });
+std::unique_ptr<QSocketNotifier> TerminationSignals::watch(std::function<void()> terminate) const {
+    auto notifier = std::make_unique<QSocketNotifier>(descriptor_, QSocketNotifier::Read);
+    QObject::connect(notifier.get(), &QSocketNotifier::activated, notifier.get(),
+                     [descriptor = descriptor_, terminate = std::move(terminate)] {
+                         signalfd_siginfo signal{};
+                         if (read(descriptor, &signal, sizeof signal) == sizeof signal)
+                             terminate();
+                     });
+    return notifier;
 }
 
 } // namespace tessary

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QObject>
 #include <QSocketNotifier>
 
 #include <functional>
@@ -9,22 +8,22 @@
 namespace tessary {
 
 /// SIGTERM, SIGINT and SIGHUP as calls from the event loop.
-class TerminationSignals : public QObject {
+class TerminationSignals {
 public:
     /// Holds the signals back. To be made before the process has a second thread, which would take
     /// them otherwise.
     TerminationSignals();
-    ~TerminationSignals() override;
+    ~TerminationSignals();
 
     TerminationSignals(const TerminationSignals&) = delete;
     TerminationSignals& operator=(const TerminationSignals&) = delete;
 
-    /// Calls `terminate` for each of them, those held back included. The event loop must exist.
-    void watch(std::function<void()> terminate);
+    /// Has the event loop, which must exist, call `terminate` for each of them, those held back
+    /// included, for as long as the answer lives.
+    std::unique_ptr<QSocketNotifier> watch(std::function<void()> terminate) const;
 
 private:
     int descriptor_ = -1;
-    std::unique_ptr<QSocketNotifier> notifier_;
 };
 
 } // namespace tessary

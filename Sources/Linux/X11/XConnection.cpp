@@ -12,9 +12,10 @@ std::unique_ptr<XConnection> XConnection::open() {
     if (xcb_connection_has_error(connection.get()) != 0)
         return nullptr;
     auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection.get()));
-    for (; screenNumber > 0 && screens.rem > 1; --screenNumber)
+    for (int number = 0; number < screenNumber && screens.rem > 1; ++number)
         xcb_screen_next(&screens);
-    return std::unique_ptr<XConnection>(new XConnection(std::move(connection), *screens.data));
+    return std::unique_ptr<XConnection>(
+        new XConnection(std::move(connection), *screens.data, screenNumber));
 }
 
 void XConnection::note(const xcb_generic_event_t& event) {

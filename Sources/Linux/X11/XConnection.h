@@ -36,6 +36,7 @@ public:
     xcb_connection_t* get() const { return connection_.get(); }
     const xcb_screen_t& screen() const { return *screen_; }
     xcb_window_t root() const { return screen_->root; }
+    int screenNumber() const { return screenNumber_; }
 
     /// Clients are called in the order in which they were added and must outlive the connection's
     /// use.
@@ -79,11 +80,12 @@ private:
 
     void note(const xcb_generic_event_t& event);
 
-    XConnection(Handle connection, const xcb_screen_t& screen)
-        : connection_(std::move(connection)), screen_(&screen) {}
+    XConnection(Handle connection, const xcb_screen_t& screen, int screenNumber)
+        : connection_(std::move(connection)), screen_(&screen), screenNumber_(screenNumber) {}
 
     Handle connection_;
     const xcb_screen_t* screen_; ///< in the connection's memory
+    int screenNumber_;
     std::vector<XEventClient*> clients_;
     std::optional<Press> press_;
     std::uint32_t layoutChange_ = 0;

@@ -2,6 +2,8 @@
 
 #include <memory>
 
+class NSApplication;
+
 /// Told about the application's life, on the main thread.
 class NSApplicationDelegate {
 public:
@@ -12,6 +14,11 @@ public:
 
     /// The program is about to end, for whatever reason but a crash.
     virtual void applicationWillTerminate() = 0;
+
+    /// The user has started the program while it runs. The answer tells whether the platform may do
+    /// what it usually does then.
+    virtual bool applicationShouldHandleReopen(NSApplication& application,
+                                               bool hasVisibleWindows) = 0;
 };
 
 enum class NSApplicationActivationPolicy {
@@ -32,6 +39,9 @@ public:
     /// Runs the event loop and returns when the program is to end. Where the desktop cannot be
     /// reached, or is lost, says so in the log and ends the process with status 1 instead.
     void run();
+
+    /// Ends the program in order: the event loop is left soon, the delegate is told, `run` returns.
+    void terminate();
 
     NSApplication(const NSApplication&) = delete;
     NSApplication& operator=(const NSApplication&) = delete;

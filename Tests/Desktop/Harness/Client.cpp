@@ -84,6 +84,16 @@ void Client::setEDID(const std::string& output, std::span<const std::uint8_t> by
         XCB_PROP_MODE_REPLACE, static_cast<std::uint32_t>(bytes.size()), bytes.data()));
 }
 
+void Client::setNumberOfDesktops(std::uint32_t count) const {
+    const std::string name = "_NET_NUMBER_OF_DESKTOPS";
+    const auto property = reply(
+        connection(),
+        xcb_intern_atom(connection(), 0, static_cast<std::uint16_t>(name.size()), name.data()),
+        xcb_intern_atom_reply);
+    check(xcb_change_property_checked(connection(), XCB_PROP_MODE_REPLACE, root_, property->atom,
+                                      XCB_ATOM_CARDINAL, 32, 1, &count));
+}
+
 xcb_randr_output_t Client::outputNamed(const std::string& name) const {
     const auto resources =
         reply(connection(), xcb_randr_get_screen_resources_current(connection(), root_),
@@ -127,6 +137,11 @@ void Client::release(std::uint8_t key) const {
 void Client::tap(std::uint8_t key) const {
     press(key);
     release(key);
+}
+
+void Client::click() const {
+    fake(XCB_BUTTON_PRESS, XCB_BUTTON_INDEX_1);
+    fake(XCB_BUTTON_RELEASE, XCB_BUTTON_INDEX_1);
 }
 
 bool Client::isGrabbed(std::uint8_t key, std::uint16_t modifiers) const {

@@ -47,12 +47,18 @@ public:
 
     void setEDID(const std::string& output, std::span<const std::uint8_t> bytes) const;
 
+    /// Tells what a window manager would tell, for which some panels wait.
+    void setNumberOfDesktops(std::uint32_t count) const;
+
     void movePointer(int x, int y) const;
     Pointer pointer() const;
 
     void press(std::uint8_t key) const;
     void release(std::uint8_t key) const;
     void tap(std::uint8_t key) const;
+
+    /// Clicks with the first button of a mouse.
+    void click() const;
 
     /// Whether another program has taken this key with these modifiers.
     bool isGrabbed(std::uint8_t key, std::uint16_t modifiers = 0) const;

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QCoreApplication>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace tessary {
+
+/// The main thread's event loop; one per process. It begins without windows: the toolkit's windows
+/// take memory, a thread and an X connection of their own, which wakes for every display change.
+/// Where something first needs them the loop ends, and one with windows takes its place.
+class EventLoop {
+public:
+    /// What is connected to a running loop. It lives as long as that one.
+    using Attachments = std::shared_ptr<void>;
+
+    EventLoop();
+    ~EventLoop();
+
+    /// Runs until `quit` and answers its status. `attach` is called for each loop that begins.
+    int run(const std::function<Attachments()>& attach);
+
+    /// Ends `run`. The first status counts.
+    static void quit(int status = 0);
+
+    /// Calls `then` later, from a loop with windows, which a QApplication runs.
+    static void needWindows(std::function<void()> then);
+
+    EventLoop(const EventLoop&) = delete;
+    EventLoop& operator=(const EventLoop&) = delete;
+
+private:
+    void runOnce(const std::function<Attachments()>& attach);
+    void replace();
+
+    std::unique_ptr<QCoreApplication> application_;
+    std::vector<std::function<void()>> waitingForWindows_;
+    std::optional<int> status_;
+};
+
+} // namespace tessary

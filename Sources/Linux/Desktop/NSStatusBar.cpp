@@ -1,0 +1,22 @@
+#include "Platform/AppKit/NSStatusBar.h"
+
+#include "Linux/Desktop/SessionBus.h"
+#include "Linux/Desktop/StatusItem/StatusIcon.h"
+#include "Linux/Session.h"
+#include "Platform/Foundation.h"
+
+NSStatusBar& NSStatusBar::systemStatusBar() {
+    static auto& statusBar = *new NSStatusBar;
+    return statusBar;
+}
+
+// The icon is shown from the event loop, when the program has given the item its picture and menu.
+std::shared_ptr<NSStatusItem> NSStatusBar::statusItemWithLength(double /*length*/) {
+    const auto item = std::shared_ptr<NSStatusItem>(new NSStatusItem);
+    DispatchQueue::mainAsync([item] {
+        static std::vector<tessary::StatusIcon*> icons; // for the rest of the process
+        icons.push_back(new tessary::StatusIcon(item, tessary::Session::current()->connection(),
+                                                tessary::sessionBus()));
+    });
+    return item;
+}

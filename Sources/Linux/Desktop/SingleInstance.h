@@ -1,0 +1,46 @@
+// One Tessary per session bus and X server.
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVirtualObject>
+
+#include <functional>
+#include <optional>
+
+namespace tessary {
+
+/// The program as the bus knows it: the name org.tessary.Tessary with the interface
+/// org.freedesktop.Application (Desktop Entry Specification, "D-Bus Activation").
+class SingleInstance : public QDBusVirtualObject {
+public:
+    enum class Claim {
+        first,     ///< the name is ours
+        alone,     ///< there is no bus, or who has the name runs on another X server
+        activated, ///< another instance runs and has been told
+        refused,   ///< another instance runs and does not answer
+    };
+
+    /// Takes the name, or tells whoever has it that the user has started the program again. Waits
+    /// for the bus, at most a few seconds.
+    Claim claim(const std::optional<QDBusConnection>& bus);
+
+    /// Has `reopen` called from the event loop for each later start; the one start that made the
+    /// bus launch this process is none.
+    void setReopenHandler(std::function<void()> reopen) { reopen_ = std::move(reopen); }
+
+    /// The launch is over.
+    void setLaunched() { isStartedByBus_ = false; }
+
+    QString introspect(const QString& path) const override;
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection& bus) override;
+
+private:
+    Claim activateOther(const QDBusConnection& bus) const;
+    QDBusMessage answerToActivation(const QDBusMessage& message);
+
+    std::function<void()> reopen_;
+    bool isStartedByBus_ = false; ///< by an activation that is still to come
+};
+
+} // namespace tessary

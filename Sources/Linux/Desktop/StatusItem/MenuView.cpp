@@ -1,0 +1,75 @@
+#include "Linux/Desktop/StatusItem/MenuView.h"
+
+#include "Linux/Desktop/StatusItem/MenuText.h"
+#include "Linux/Desktop/Symbols.h"
+#include "Platform/Foundation.h"
+
+#include <QIcon>
+#include <QPixmap>
+
+#include <utility>
+
+namespace tessary {
+
+namespace {
+
+/// Shown only: the key works through the hot-key service, whether the menu is open or not.
+QString labelOf(const NSMenuItem& item) {
+    QString label = menuLabel(item.title(), u'&');
+    if (const auto tokens = keyEquivalentTokens(item))
+        label += u'\t' + tokens->join(u'+');
+    return label;
+}
+
+void fill(QMenu& widget, const NSMenu& menu);
+
+void add(QMenu& widget, const std::shared_ptr<NSMenuItem>& item) {
+    if (item->isSeparatorItem()) {
+        widget.addSeparator();
+        return;
+    }
+    if (item->submenu() != nullptr) {
+        fill(*widget.addMenu(labelOf(*item)), *item->submenu());
+        return;
+    }
+    QAction* action = widget.addAction(labelOf(*item));
+    action->setEnabled(item->isEnabled());
+    action->setCheckable(item->state() == NSControlStateValue::on);
+    action->setChecked(item->state() == NSControlStateValue::on);
+    if (item->image() != nullptr)
+        action->setIcon(symbolIcon(item->image()->symbolName()));
+    if (item->action())
+        QObject::connect(action, &QAction::triggered, action,
+                         [item] { DispatchQueue::mainAsync([item] { item->action()(*item); }); });
+}
+
+void fill(QMenu& widget, const NSMenu& menu) {
+    for (const auto& item : menu.itemArray())
+        add(widget, item);
+}
+
+} // namespace
+
+QIcon symbolIcon(const std::string& symbol) {
+    QIcon icon;
+    for (const int size : symbolSizes) {
+        QPixmap pixmap;
+        if (pixmap.loadFromData(symbolPixmap(symbol, size)))
+            icon.addPixmap(pixmap);
+    }
+    return icon;
+}
+
+MenuView::MenuView(std::shared_ptr<NSMenu> menu) : menu_(std::move(menu)) {
+    QObject::connect(&widget_, &QMenu::aboutToShow, &widget_, [this] { rebuild(); });
+}
+
+void MenuView::rebuild() {
+    if (const auto delegate = menu_->delegate())
+        delegate->menuWillOpen(*menu_);
+    qDeleteAll(widget_.findChildren<QMenu*>(Qt::FindDirectChildrenOnly)); // clear() leaves them
+    widget_.clear();
+    fill(widget_, *menu_);
+}
+
+} // namespace tessary

@@ -1,0 +1,165 @@
+#include "Linux/Desktop/StatusItem/NotifierItem.h"
+
+#include "Linux/Desktop/StatusItem/IconPixmaps.h"
+#include "Linux/Desktop/Symbols.h"
+#include "Platform/Foundation.h"
+
+#include <QCoreApplication>
+#include <QDBusObjectPath>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QDBusVariant>
+
+#include <utility>
+
+namespace tessary {
+
+namespace {
+
+const QString interface = QStringLiteral("org.kde.StatusNotifierItem");
+const QString propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
+const QString path = QStringLiteral("/StatusNotifierItem");
+const QString watcher = QStringLiteral("org.kde.StatusNotifierWatcher");
+
+constexpr QLatin1String description(R"xml(<interface name="org.kde.StatusNotifierItem">
+  <property name="Category" type="s" access="read"/>
+  <property name="Id" type="s" access="read"/>
+  <property name="Title" type="s" access="read"/>
+  <property name="Status" type="s" access="read"/>
+  <property name="WindowId" type="i" access="read"/>
+  <property name="IconThemePath" type="s" access="read"/>
+  <property name="IconName" type="s" access="read"/>
+  <property name="IconPixmap" type="a(iiay)" access="read"/>
+  <property name="OverlayIconName" type="s" access="read"/>
+  <property name="OverlayIconPixmap" type="a(iiay)" access="read"/>
+  <property name="AttentionIconName" type="s" access="read"/>
+  <property name="AttentionIconPixmap" type="a(iiay)" access="read"/>
+  <property name="AttentionMovieName" type="s" access="read"/>
+  <property name="ToolTip" type="(sa(iiay)ss)" access="read"/>
+  <property name="ItemIsMenu" type="b" access="read"/>
+  <property name="Menu" type="o" access="read"/>
+  <method name="Activate">
+    <arg name="x" type="i" direction="in"/><arg name="y" type="i" direction="in"/>
+  </method>
+  <method name="SecondaryActivate">
+    <arg name="x" type="i" direction="in"/><arg name="y" type="i" direction="in"/>
+  </method>
+  <method name="ContextMenu">
+    <arg name="x" type="i" direction="in"/><arg name="y" type="i" direction="in"/>
+  </method>
+  <method name="Scroll">
+    <arg name="delta" type="i" direction="in"/><arg name="orientation" type="s" direction="in"/>
+  </method>
+  <signal name="NewTitle"/>
+  <signal name="NewIcon"/>
+  <signal name="NewAttentionIcon"/>
+  <signal name="NewOverlayIcon"/>
+  <signal name="NewToolTip"/>
+  <signal name="NewStatus"><arg name="status" type="s"/></signal>
+</interface>
+)xml");
+
+} // namespace
+
+NotifierItem::NotifierItem(const QDBusConnection& bus, std::shared_ptr<NSStatusItem> item,
+                           const QString& menuPath, std::function<void()> openMenu)
+    : bus_(bus),
+      service_(QStringLiteral("org.kde.StatusNotifierItem-%1-1")
+                   .arg(QCoreApplication::applicationPid())),
+      item_(std::move(item)),
+      menuPath_(menuPath),
+      openMenu_(std::move(openMenu)) {
+    registerIconTypes();
+    bus_.registerVirtualObject(path, this);
+    bus_.registerService(service_);
+}
+
+QString NotifierItem::watcherService() {
+    return watcher;
+}
+
+void NotifierItem::registerWithWatcher() {
+    auto request =
+        QDBusMessage::createMethodCall(watcher, QStringLiteral("/StatusNotifierWatcher"), watcher,
+                                       QStringLiteral("RegisterStatusNotifierItem"));
+    request << service_;
+    auto* call = new QDBusPendingCallWatcher(bus_.asyncCall(request), this);
+    connect(call, &QDBusPendingCallWatcher::finished, this, [call] {
+        const QDBusPendingReply<> reply = *call;
+        if (reply.isError())
+            NSLog("tessary: the panel refuses the icon: " + reply.error().message().toStdString());
+        call->deleteLater();
+    });
+}
+
+QVariantMap NotifierItem::properties() const {
+    const auto* image = item_->button()->image().get();
+    const std::string symbol = image != nullptr ? image->symbolName() : "";
+    const QString themedName = themedIconName(symbol);
+    const auto pixmaps = themedName.isEmpty() ? iconPixmaps(symbol) : IconPixmaps();
+    const auto title = image != nullptr && image->accessibilityDescription()
+                           ? QString::fromStdString(*image->accessibilityDescription())
+                           : QString();
+    return {{QStringLiteral("Category"), QStringLiteral("Hardware")},
+            {QStringLiteral("Id"), QStringLiteral("org.tessary.Tessary")},
+            {QStringLiteral("Title"), title},
+            {QStringLiteral("Status"), QStringLiteral("Active")},
+            {QStringLiteral("WindowId"), 0},
+            {QStringLiteral("IconThemePath"), QString()},
+            {QStringLiteral("IconName"), themedName},
+            {QStringLiteral("IconPixmap"), QVariant::fromValue(pixmaps)},
+            {QStringLiteral("OverlayIconName"), QString()},
+            {QStringLiteral("OverlayIconPixmap"), QVariant::fromValue(IconPixmaps())},
+            {QStringLiteral("AttentionIconName"), QString()},
+            {QStringLiteral("AttentionIconPixmap"), QVariant::fromValue(IconPixmaps())},
+            {QStringLiteral("AttentionMovieName"), QString()},
+            {QStringLiteral("ToolTip"), QVariant::fromValue(ToolTip{{}, {}, title, {}})},
+            // The host draws the menu on any click. Otherwise some do nothing on a left one.
+            {QStringLiteral("ItemIsMenu"), true},
+            {QStringLiteral("Menu"), QVariant::fromValue(QDBusObjectPath(menuPath_))}};
+}
+
+QString NotifierItem::introspect(const QString& /*path*/) const {
+    return description;
+}
+
+bool NotifierItem::handleMessage(const QDBusMessage& message, const QDBusConnection& bus) {
+    if (message.path() != path)
+        return false;
+    if (message.interface() == propertiesInterface)
+        return bus.send(answerToPropertyCall(message));
+    if (message.interface() == interface || message.interface().isEmpty())
+        return bus.send(answerToCall(message));
+    return false;
+}
+
+QDBusMessage NotifierItem::answerToPropertyCall(const QDBusMessage& message) const {
+    const QVariantMap all = properties();
+    if (message.member() == QLatin1String("GetAll") && message.signature() == u"s")
+        return message.createReply(QVariant(all));
+    if (message.member() == QLatin1String("Set") && message.signature() == u"ssv")
+        return message.createErrorReply(QDBusError::PropertyReadOnly, message.member());
+    if (message.member() != QLatin1String("Get") || message.signature() != u"ss")
+        return message.createErrorReply(QDBusError::InvalidArgs, message.member());
+    const auto property = all.find(message.arguments().at(1).toString());
+    if (property == all.end())
+        return message.createErrorReply(QDBusError::UnknownProperty,
+                                        message.arguments().at(1).toString());
+    return message.createReply(QVariant::fromValue(QDBusVariant(*property)));
+}
+
+QDBusMessage NotifierItem::answerToCall(const QDBusMessage& message) const {
+    const bool hasPlace = message.signature() == u"ii";
+    if (hasPlace && (message.member() == QLatin1String("Activate") ||
+                     message.member() == QLatin1String("ContextMenu"))) {
+        openMenu_();
+        return message.createReply();
+    }
+    const bool isIgnored =
+        (message.member() == QLatin1String("SecondaryActivate") && hasPlace) ||
+        (message.member() == QLatin1String("Scroll") && message.signature() == u"is");
+    return isIgnored ? message.createReply()
+                     : message.createErrorReply(QDBusError::UnknownMethod, message.member());
+}
+
+} // namespace tessary

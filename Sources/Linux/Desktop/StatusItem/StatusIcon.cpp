@@ -1,0 +1,103 @@
+#include "Linux/Desktop/StatusItem/StatusIcon.h"
+
+#include "Linux/Desktop/EventLoop.h"
+#include "Platform/Foundation.h"
+
+#include <QCoreApplication>
+#include <QCursor>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+
+#include <utility>
+
+namespace tessary {
+
+namespace {
+
+const QString menuPath = QStringLiteral("/StatusNotifierItem/menu");
+
+} // namespace
+
+StatusIcon::StatusIcon(std::shared_ptr<NSStatusItem> item, XConnection& connection,
+                       const std::optional<QDBusConnection>& bus)
+    : item_(std::move(item)), bus_(bus), tray_(connection) {
+    if (!bus_) {
+        watcherIsMissing();
+        return;
+    }
+    menuOnBus_ = std::make_unique<DBusMenu>(*bus_, menuPath, item_->menu());
+    watcher_ = std::make_unique<QDBusServiceWatcher>(NotifierItem::watcherService(), *bus_,
+                                                     QDBusServiceWatcher::WatchForOwnerChange);
+    connect(watcher_.get(), &QDBusServiceWatcher::serviceOwnerChanged, this,
+            [this](const QString& /*service*/, const QString& /*before*/, const QString& owner) {
+                owner.isEmpty() ? watcherIsMissing() : watcherCame();
+            });
+    askForWatcher();
+}
+
+void StatusIcon::askForWatcher() {
+    auto question = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameHasOwner"));
+    question << NotifierItem::watcherService();
+    auto* call = new QDBusPendingCallWatcher(bus_->asyncCall(question), this);
+    connect(call, &QDBusPendingCallWatcher::finished, this, [this, call] {
+        const QDBusPendingReply<bool> reply = *call;
+        call->deleteLater();
+        if (!hasWatcher_)
+            reply.isValid() && reply.value() ? watcherCame() : watcherIsMissing();
+    });
+}
+
+void StatusIcon::watcherCame() {
+    hasWatcher_ = true;
+    tray_.stopWaiting();
+    trayIcon_.reset();
+    if (notifierItem_ == nullptr)
+        notifierItem_ =
+            std::make_unique<NotifierItem>(*bus_, item_, menuPath, [this] { openMenu(); });
+    notifierItem_->registerWithWatcher();
+}
+
+void StatusIcon::watcherIsMissing() {
+    hasWatcher_ = false;
+    if (tray_.isOwnedElseAwait([this] { showInTray(); }))
+        showInTray();
+    else
+        NSLog("tessary: no panel shows status icons; waiting for one");
+}
+
+void StatusIcon::showInTray() {
+    EventLoop::needWindows([this] {
+        if (hasWatcher_) // meanwhile
+            return;
+        const auto* image = item_->button()->image().get();
+        trayIcon_ = std::make_unique<QSystemTrayIcon>(
+            symbolIcon(image != nullptr ? image->symbolName() : ""));
+        trayIcon_->setToolTip(QStringLiteral("Tessary"));
+        trayIcon_->setContextMenu(&menuView().widget());
+        connect(trayIcon_.get(), &QSystemTrayIcon::activated, this,
+                [this](QSystemTrayIcon::ActivationReason reason) {
+                    if (reason == QSystemTrayIcon::Trigger)
+                        openMenu();
+                });
+        trayIcon_->show();
+    });
+}
+
+void StatusIcon::openMenu() {
+    EventLoop::needWindows([this] { menuView().widget().popup(QCursor::pos()); });
+}
+
+MenuView& StatusIcon::menuView() {
+    if (menuView_ == nullptr) {
+        menuView_ = std::make_unique<MenuView>(item_->menu());
+        connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this, [this] {
+            trayIcon_.reset(); // widgets do not outlive their application
+            menuView_.reset();
+        });
+    }
+    return *menuView_;
+}
+
+} // namespace tessary

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "Linux/Desktop/StatusItem/DBusMenu.h"
+#include "Linux/Desktop/StatusItem/MenuView.h"
+#include "Linux/Desktop/StatusItem/NotifierItem.h"
+#include "Linux/Desktop/StatusItem/TraySelection.h"
+#include "Platform/AppKit/NSStatusBar.h"
+
+#include <QDBusConnection>
+#include <QDBusServiceWatcher>
+#include <QSystemTrayIcon>
+
+#include <memory>
+#include <optional>
+
+namespace tessary {
+
+/// Shows a status item where the desktop has a place for it: with the StatusNotifier hosts of the
+/// session bus; where there are none, in an X tray; else as soon as one of them comes.
+class StatusIcon : public QObject {
+public:
+    StatusIcon(std::shared_ptr<NSStatusItem> item, XConnection& connection,
+               const std::optional<QDBusConnection>& bus);
+
+private:
+    void askForWatcher();
+    void watcherCame();
+    void watcherIsMissing();
+    void showInTray();
+    void openMenu();
+    MenuView& menuView();
+
+    std::shared_ptr<NSStatusItem> item_;
+    std::optional<QDBusConnection> bus_;
+    TraySelection tray_;
+    std::unique_ptr<QDBusServiceWatcher> watcher_;
+    bool hasWatcher_ = false;
+
+    std::unique_ptr<DBusMenu> menuOnBus_;
+    std::unique_ptr<NotifierItem> notifierItem_;
+    std::unique_ptr<MenuView> menuView_;
+    std::unique_ptr<QSystemTrayIcon> trayIcon_;
+};
+
+} // namespace tessary

@@ -1,0 +1,133 @@
+#include "TSY/AppDelegate.h"
+
+#include "TSY/DisplayManager.h"
+#include "TSY/Settings.h"
+#include "TSY/UpdateController.h"
+
+#include <string>
+#include <utility>
+
+namespace tsy {
+
+namespace {
+
+std::shared_ptr<NSMenuItem> disabledItem(std::string title) {
+    auto item = std::make_shared<NSMenuItem>(std::move(title), nullptr, "");
+    item->setEnabled(false);
+    return item;
+}
+
+std::string slotTitle(Slot slot, const std::optional<ModeSpec>& preset) {
+    if (preset)
+        return "Switch to " + sizeText(*preset);
+    return std::string(slot == Slot::one ? "Resolution 1" : "Resolution 2") + " — not set";
+}
+
+/// Whether a display that runs `current` shows the preset, at whatever rate.
+bool isShown(const ModeSpec& preset, const std::optional<ModeSpec>& current) {
+    return current && current->width == preset.width && current->height == preset.height &&
+           current->isHiDPI == preset.isHiDPI;
+}
+
+NSControlStateValue checkmark(bool isOn) {
+    return isOn ? NSControlStateValue::on : NSControlStateValue::off;
+}
+
+} // namespace
+
+void AppDelegate::setUpStatusItem() {
+    statusItem_ = NSStatusBar::systemStatusBar().statusItemWithLength(NSVariableStatusItemLength);
+    if (auto* button = statusItem_->button()) {
+        const auto image = NSImage::imageWithSystemSymbolName("display", "Tessary");
+        if (image != nullptr)
+            image->setTemplate(true);
+        button->setImage(image);
+    }
+    const auto menu = std::make_shared<NSMenu>();
+    menu->setDelegate(weak_from_this());
+    statusItem_->setMenu(menu);
+    rebuildMenu();
+}
+
+void AppDelegate::menuWillOpen(NSMenu& /*menu*/) {
+    rebuildMenu();
+}
+
+void AppDelegate::rebuildMenu() {
+    const auto menu = statusItem_ != nullptr ? statusItem_->menu() : nullptr;
+    if (menu == nullptr)
+        return;
+    menu->removeAllItems();
+    const auto displays = DisplayManager::connectedDisplays();
+    targetDisplay_ = DisplayManager::displayUnderPointer();
+    if (targetDisplay_) {
+        if (displays.size() > 1)
+            menu->addItem(disabledItem(targetDisplay_->name));
+        for (const Slot slot : allSlots)
+            menu->addItem(slotItem(slot, *targetDisplay_));
+    } else {
+        menu->addItem(disabledItem("No display found"));
+    }
+    menu->addItem(NSMenuItem::separatorItem());
+    for (const Display& display : displays)
+        menu->addItem(allResolutionsItem(display));
+    menu->addItem(NSMenuItem::separatorItem());
+
+    const auto settings = std::make_shared<NSMenuItem>("Settings…", nullptr, ",");
+    settings->setEnabled(false);
+    menu->addItem(settings);
+    const auto updates = std::make_shared<NSMenuItem>("Check for Updates…",
+                                                      action(&AppDelegate::checkForUpdates), "");
+    updates->setEnabled(UpdateController::shared().controller().updater().canCheckForUpdates());
+    menu->addItem(updates);
+    menu->addItem(std::make_shared<NSMenuItem>("Quit Tessary", action(&AppDelegate::quit), "q"));
+}
+
+std::shared_ptr<NSMenuItem> AppDelegate::slotItem(Slot slot, const Display& display) {
+    const auto preset = Settings::shared().spec(slot, display.key);
+    auto item =
+        std::make_shared<NSMenuItem>(slotTitle(slot, preset), action(&AppDelegate::applySlot), "");
+    item->setRepresentedObject(RepresentedObject(std::string(rawValue(slot))));
+    item->setImage(NSImage::imageWithSystemSymbolName(slot == Slot::one ? "1.square" : "2.square",
+                                                      std::nullopt));
+    item->setEnabled(preset.has_value());
+    if (const auto shortcut = Settings::shared().shortcut(slot)) {
+        item->setKeyEquivalent(shortcut->menuKeyEquivalent());
+        item->setKeyEquivalentModifierMask(shortcut->modifiers);
+    }
+    if (preset)
+        item->setState(checkmark(isShown(*preset, DisplayManager::currentSpec(display.id))));
+    return item;
+}
+
+std::shared_ptr<NSMenuItem> AppDelegate::allResolutionsItem(const Display& display) {
+    const auto submenu = std::make_shared<NSMenu>();
+    for (DisplayMode& mode : DisplayManager::modes(display.id)) {
+        auto item = std::make_shared<NSMenuItem>(std::move(mode.label),
+                                                 action(&AppDelegate::applyMode), "");
+        item->setRepresentedObject(RepresentedObject(ModeSelection{display.id, mode.spec}));
+        item->setState(checkmark(DisplayManager::currentSpec(display.id) == mode.spec));
+        submenu->addItem(std::move(item));
+    }
+    if (submenu->itemArray().empty())
+        submenu->addItem(disabledItem("No modes reported"));
+    auto item = std::make_shared<NSMenuItem>(display.name, nullptr, "");
+    item->setSubmenu(submenu);
+    return item;
+}
+
+NSMenuItem::Action AppDelegate::action(void (AppDelegate::*command)(const NSMenuItem& sender)) {
+    return [weak = weak_from_this(), command](const NSMenuItem& sender) {
+        if (const auto self = weak.lock())
+            (self.get()->*command)(sender);
+    };
+}
+
+NSMenuItem::Action AppDelegate::action(void (AppDelegate::*command)()) {
+    return [weak = weak_from_this(), command](const NSMenuItem& /*sender*/) {
+        if (const auto self = weak.lock())
+            (self.get()->*command)();
+    };
+}
+
+} // namespace tsy

@@ -1,0 +1,85 @@
+// A panel that shows status icons: the watcher and the host of StatusNotifierItem, and a client of
+// the icon's menu.
+#pragma once
+
+#include "Desktop/Harness/ChildProcess.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVirtualObject>
+#include <QVariant>
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace desktop {
+
+/// A message bus of our own.
+class Bus {
+public:
+    Bus();
+
+    const std::string& address() const { return address_; }
+
+    /// What puts a program onto this bus, for its environment.
+    std::string environment() const { return "DBUS_SESSION_BUS_ADDRESS=" + address_; }
+
+private:
+    ChildProcess process_;
+    std::string address_;
+};
+
+/// An entry as it came over the bus.
+struct MenuEntry {
+    int id = 0;
+    QVariantMap properties;
+    std::vector<MenuEntry> entries;
+};
+
+class Panel : public QDBusVirtualObject {
+public:
+    explicit Panel(const Bus& bus);
+    ~Panel() override;
+
+    /// Handles what comes over the bus until `holds`. False when it never did within `patience`.
+    static bool waitUntil(const std::function<bool()>& holds);
+
+    /// Waits for the first icon. False when none came.
+    bool hasIcon();
+
+    /// How many times an icon was registered.
+    int registrations() const { return registrations_; }
+
+    /// A property of the icon; an invalid value when it does not answer.
+    QVariant iconProperty(const char* name);
+
+    /// Opens the menu, as a click on the icon does. Line by line what it shows: a level of
+    /// indentation per submenu, "✓ " before what is marked, "(disabled)" behind what is.
+    std::string openedMenu();
+
+    /// Chooses the entry of the opened menu, or of its submenu with that label, that has this
+    /// label. Throws when there is none.
+    void choose(const std::string& label, const std::string& submenu = {});
+
+    /// Takes a call of the program.
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection& bus) override;
+    QString introspect(const QString& path) const override;
+
+    /// Has the bus's instance of the program told that the user starts it again. Its error's name;
+    /// empty when it accepts.
+    std::string activate(const QVariantMap& platformData = {});
+
+private:
+    QDBusMessage call(const QString& path, const char* interface, const char* method,
+                      const QVariantList& arguments);
+
+    QString connectionName_;
+    QDBusConnection connection_;
+    QString icon_; ///< the service of the icon that registered last
+    int registrations_ = 0;
+    MenuEntry menu_; ///< as it was opened last
+};
+
+} // namespace desktop

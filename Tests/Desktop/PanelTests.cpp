@@ -1,0 +1,110 @@
+// The program's icon in a panel: its menu on the bus, and who runs when it is started twice.
+#include "Desktop/Desktop.h"
+#include "Desktop/Harness/Panel.h"
+#include "Desktop/Harness/Tray.h"
+
+namespace desktop {
+namespace {
+
+class PanelIcon : public Desktop {
+protected:
+    Words programOnBus() const {
+        return home_.commandOn(server_.display(), {bus_.environment(), TESSARY_PROGRAM});
+    }
+
+    Bus bus_;
+};
+
+TEST_F(PanelIcon, OpensAMenuWhoseEntriesSwitchTheDisplaysTheyName) {
+    Panel panel(bus_);
+    ChildProcess tessary(programOnBus());
+    ASSERT_TRUE(isReady());
+    ASSERT_TRUE(panel.hasIcon());
+    EXPECT_TRUE(panel.iconProperty("ItemIsMenu").toBool());
+    EXPECT_EQ(panel.iconProperty("Title").toString(), QStringLiteral("Tessary"));
+    client_.movePointer(640, 300);
+    const std::string menu = panel.openedMenu();
+    EXPECT_TRUE(menu.starts_with("DUMMY0 (disabled)\nSwitch to 1920 × 1080\n"
+                                 "Switch to 2560 × 1440\n---\nDUMMY0\n"))
+        << menu;
+    EXPECT_NE(menu.find("\n  ✓ 1280 × 720  60 Hz\n"), std::string::npos) << menu;
+    EXPECT_TRUE(menu.ends_with("---\nSettings… (disabled)\nCheck for Updates… (disabled)\n"
+                               "Quit Tessary\n"))
+        << menu;
+
+    client_.movePointer(1500, 300); // the entry keeps the display that the menu was opened on
+    panel.choose("Switch to 2560 × 1440");
+    Layout expected{{"DUMMY0", "2560x1440+0+0 60.00 Hz"}, {"DUMMY1", "1280x720+2560+0 60.00 Hz"}};
+    EXPECT_EQ(layoutOnce(expected), expected);
+    panel.openedMenu();
+    panel.choose("1600 × 900  60 Hz", "DUMMY1");
+    expected["DUMMY1"] = "1600x900+2560+0 59.95 Hz";
+    EXPECT_EQ(layoutOnce(expected), expected);
+    client_.movePointer(640, 300);
+    const std::string followed = panel.openedMenu();
+    EXPECT_TRUE(followed.starts_with("DUMMY0 (disabled)\nSwitch to 1920 × 1080\n"
+                                     "✓ Switch to 2560 × 1440\n"))
+        << followed;
+
+    panel.choose("Quit Tessary");
+    EXPECT_EQ(tessary.wait(), 0);
+    EXPECT_EQ(tessary.lines(), Words());
+    EXPECT_FALSE(client_.isGrabbed(keys::f14));
+    EXPECT_EQ(client_.bells(), 0);
+}
+
+TEST_F(PanelIcon, AppearsWhenAPanelComesAndWhenItComesBack) {
+    ChildProcess tessary(programOnBus());
+    ASSERT_TRUE(tessary.waitForLine(noPanel));
+    for (int time = 1; time <= 2; ++time) {
+        Panel panel(bus_);
+        EXPECT_TRUE(panel.hasIcon()) << "time " << time;
+        EXPECT_EQ(panel.registrations(), 1);
+        EXPECT_TRUE(panel.openedMenu().ends_with("Quit Tessary\n"));
+    }
+    EXPECT_TRUE(Panel::waitUntil([&] {
+        tessary.waitForLine(noPanel);
+        return tessary.lines() == Words(3, noPanel);
+    }));
+}
+
+TEST_F(PanelIcon, StandsInAnXTrayWhereThereIsNoBusAndOpensTheSameMenu) {
+    ChildProcess tessary(program());
+    ASSERT_TRUE(tessary.waitForLine(noPanel));
+    const Tray tray(home_, server_, client_);
+    ASSERT_TRUE(tray.opensMenuOf("tessary", client_));
+    tessary.signal(SIGTERM);
+    EXPECT_EQ(tessary.wait(), 0);
+    EXPECT_EQ(tessary.lines(), Words{noPanel});
+}
+
+TEST_F(PanelIcon, SecondStartHandsOverToTheFirstUnlessThatRunsOnAnotherServer) {
+    Panel panel(bus_);
+    ChildProcess first(programOnBus());
+    ASSERT_TRUE(isReady());
+    const auto settings = home_.settings();
+    ChildProcess second(programOnBus());
+    EXPECT_EQ(second.wait(), 0);
+    EXPECT_EQ(second.lines(), Words());
+    EXPECT_EQ(home_.settings(), settings);
+    EXPECT_EQ(panel.activate(), "") << "a desktop's launcher names no display";
+    EXPECT_EQ(panel.activate({{QStringLiteral("display"), QStringLiteral(":7777")}}),
+              "org.tessary.Tessary.Error.OtherDisplay");
+
+    const XServer otherServer(home_);
+    ChildProcess third(
+        home_.commandOn(otherServer.display(), {bus_.environment(), TESSARY_PROGRAM}));
+    Client otherClient(otherServer.display());
+    EXPECT_TRUE(otherClient.waitUntil([&] { return otherClient.isGrabbed(keys::f14); }));
+    EXPECT_TRUE(client_.isGrabbed(keys::f14));
+    first.signal(SIGSTOP);
+    third.signal(SIGTERM);
+    EXPECT_EQ(third.wait(), 0);
+    first.signal(SIGCONT);
+    first.signal(SIGTERM);
+    EXPECT_EQ(first.wait(), 0);
+    EXPECT_EQ(first.lines(), Words());
+}
+
+} // namespace
+} // namespace desktop
