@@ -1,11 +1,8 @@
 #include "Linux/Desktop/StatusItem/MenuView.h"
 
 #include "Linux/Desktop/StatusItem/MenuText.h"
-#include "Linux/Desktop/Symbols.h"
+#include "Linux/Desktop/SymbolIcon.h"
 #include "Platform/Foundation.h"
-
-#include <QIcon>
-#include <QPixmap>
 
 #include <utility>
 
@@ -37,7 +34,8 @@ void add(QMenu& widget, const std::shared_ptr<NSMenuItem>& item) {
     action->setCheckable(item->state() == NSControlStateValue::on);
     action->setChecked(item->state() == NSControlStateValue::on);
     if (item->image() != nullptr)
-        action->setIcon(symbolIcon(item->image()->symbolName()));
+        action->setIcon(
+            symbolIcon(item->image()->symbolName(), widget.palette().color(QPalette::WindowText)));
     if (item->action())
         QObject::connect(action, &QAction::triggered, action,
                          [item] { DispatchQueue::mainAsync([item] { item->action()(*item); }); });
@@ -49,16 +47,6 @@ void fill(QMenu& widget, const NSMenu& menu) {
 }
 
 } // namespace
-
-QIcon symbolIcon(const std::string& symbol) {
-    QIcon icon;
-    for (const int size : symbolSizes) {
-        QPixmap pixmap;
-        if (pixmap.loadFromData(symbolPixmap(symbol, size)))
-            icon.addPixmap(pixmap);
-    }
-    return icon;
-}
 
 MenuView::MenuView(std::shared_ptr<NSMenu> menu) : menu_(std::move(menu)) {
     QObject::connect(&widget_, &QMenu::aboutToShow, &widget_, [this] { rebuild(); });

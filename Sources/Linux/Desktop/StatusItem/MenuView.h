@@ -1,20 +1,15 @@
-// Menu and icon drawn by ourselves, for panels that leave that to us. Needs a loop with windows.
 #pragma once
 
 #include "Platform/AppKit/NSMenu.h"
 
-#include <QIcon>
 #include <QMenu>
 
 #include <memory>
-#include <string>
 
 namespace tessary {
 
-/// The symbol in all its sizes.
-QIcon symbolIcon(const std::string& symbol);
-
-/// A menu on the screen, built anew each time it opens.
+/// A menu that we draw ourselves, for panels that leave that to us. Built anew each time it opens.
+/// Needs a loop with windows.
 class MenuView {
 public:
     explicit MenuView(std::shared_ptr<NSMenu> menu);

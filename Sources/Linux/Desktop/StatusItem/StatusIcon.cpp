@@ -1,6 +1,7 @@
 #include "Linux/Desktop/StatusItem/StatusIcon.h"
 
 #include "Linux/Desktop/EventLoop.h"
+#include "Linux/Desktop/SymbolIcon.h"
 #include "Platform/Foundation.h"
 
 #include <QCoreApplication>
