@@ -18,6 +18,8 @@ namespace {
 using Item = std::shared_ptr<NSMenuItem>;
 using Items = std::vector<Item>;
 
+// NOLINTBEGIN(misc-no-recursion): entries hold entries
+
 QString text(const QVariant& value) {
     if (value.metaType() == QMetaType::fromType<QDBusVariant>())
         return text(value.value<QDBusVariant>().variant());
@@ -55,9 +57,12 @@ std::string ids(const std::vector<MenuEntry>& entries) {
     return result;
 }
 
+// NOLINTEND(misc-no-recursion)
+
 Item item(const std::string& title, int object = 0) {
     auto result = std::make_shared<NSMenuItem>(title, nullptr, "");
-    result->setRepresentedObject(RepresentedObject(object));
+    if (object != 0)
+        result->setRepresentedObject(RepresentedObject(object));
     return result;
 }
 
@@ -129,21 +134,22 @@ struct DBusMenuTest : testing::Test, NSMenuDelegate {
     std::unique_ptr<MenuExport> shown;
 };
 
-// clang-format off
-
 TEST(MenuProperties, SayWhatDiffersFromTheDefaultsInPlainText) {
+    // clang-format off
     const std::vector<std::pair<Item, std::string>> rows{
         {NSMenuItem::separatorItem(), "type=separator"},
         {item("A_B & <b>C</b>"), "label=A__B & <b>C</b>"},
         {item("a\n\t\x1B[\x7F\u0085\u2028\u2029b\xFF"), "label=a   [    b\uFFFD"},
         {disabled(item("A")), "label=A enabled=false"},
         {marked(item("A")), "label=A toggle-type=checkmark toggle-state=1"},
+        {item("A", 1), "label=A toggle-type=checkmark toggle-state=0"},
         {parent(item("A"), {}), "label=A children-display=submenu"},
         {keyed("\uF711", 5U << 18U), "shortcut=Control+Super+F14"},
         {keyed("q", 15U << 17U), "shortcut=Control+Alt+Shift+Super+q"},
         {keyed("\uF72C", 0), "shortcut=Page_Up"}, {keyed("\uF726", 0), "shortcut=F35"},
         {keyed(",", 0), "shortcut=comma"}, {keyed("é", 0), ""}, {keyed("", 1U << 18U), ""},
         {std::make_shared<NSMenuItem>("Quit", nullptr, "q"), "label=Quit"}};
+    // clang-format on
     for (const auto& [entry, properties] : rows)
         EXPECT_EQ(text(menuProperties(*entry)), properties);
     EXPECT_EQ(menuLabel("A_B & C", u'&'), QStringLiteral("A_B && C"));
@@ -151,11 +157,13 @@ TEST(MenuProperties, SayWhatDiffersFromTheDefaultsInPlainText) {
 
 TEST_F(DBusMenuTest, EntriesKeepTheirIdAtTheSamePlaceWithTheSameTitleAndObject) {
     show({item("A"), item("B"), parent(item("C"), {item("D"), item("E")})});
+    // clang-format off
     const std::vector<std::pair<Items, std::string>> rows{
         {{item("A"), item("B"), parent(item("C"), {item("D"), item("E")})}, " 1 2 3[ 4 5 ]"},
         {{item("A"), item("B", 1), parent(item("C"), {item("D"), item("F")})}, " 1 6 3[ 4 7 ]"},
         {{item("A"), item("B"), parent(item("G"), {item("D")})}, " 1 8 9[ 4 ]"},
         {{item("B"), item("A")}, " 10 11"}};
+    // clang-format on
     for (const auto& [next, expected] : rows) {
         reopen(next);
         EXPECT_EQ(ids(shown->entry(0)->children), expected);
@@ -164,11 +172,14 @@ TEST_F(DBusMenuTest, EntriesKeepTheirIdAtTheSamePlaceWithTheSameTitleAndObject) 
 }
 
 TEST_F(DBusMenuTest, AnOpeningRebuildsOnceWhateverTheHostSays) {
+    // clang-format off
     // a: AboutToShow, o: opened, c: closed; how often it rebuilds; the answers to AboutToShow
     const std::vector<std::tuple<std::string, int, std::string>> rows{
-        {"aaa", 3, "yes no no "}, {"ooo", 3, ""}, {"aoaoao", 3, "yes no no "}, {"oaoaoa", 3, "yes no no "},
+        {"aaa", 3, "yes no no "}, {"ooo", 3, ""}, {"aoaoao", 3, "yes no no "},
+        {"oaoaoa", 3, "yes no no "},
         {"aocaoc", 2, "yes no "}, {"oacoac", 2, "yes no "}, {"ococ", 2, ""}, {"acoc", 2, "yes "},
         {"oca", 2, "no "}, {"oaa", 2, "yes no "}};
+    // clang-format on
     for (const auto& [habit, rebuilds, expected] : rows) {
         show({});
         entries = {item("A")};
@@ -177,19 +188,22 @@ TEST_F(DBusMenuTest, AnOpeningRebuildsOnceWhateverTheHostSays) {
             if (sign == 'a')
                 answers += *shown->aboutToShow(0) ? "yes " : "no ";
             else
-                shown->handle({0, sign == 'o' ? QStringLiteral("opened") : QStringLiteral("closed")});
+                shown->handle(
+                    {0, sign == 'o' ? QStringLiteral("opened") : QStringLiteral("closed")});
         EXPECT_EQ(std::tuple(openings, answers), std::tuple(rebuilds, expected)) << habit;
     }
 }
 
 TEST_F(DBusMenuTest, HostsHearWhatChangedAndOfTheLayoutWhenThereAreOtherEntries) {
     show({item("A"), marked(item("B")), parent(item("C"), {item("D")})});
+    // clang-format off
     const std::vector<std::pair<Items, std::string>> rows{
         {{item("A"), marked(item("B")), parent(item("C"), {item("D")})}, ""},
         {{disabled(item("A")), item("B"), parent(item("C"), {marked(item("D"))})},
          "1{enabled=false} 2{}toggle-type-toggle-state 4{toggle-type=checkmark toggle-state=1} "},
         {{item("A"), item("B"), parent(item("C"), {})}, "1{}enabled layout 2 update"},
         {{item("A"), item("B")}, "layout 3 update"}};
+    // clang-format on
     for (const auto& [next, expected] : rows)
         EXPECT_EQ(reopen(next), expected);
 }
@@ -197,16 +211,19 @@ TEST_F(DBusMenuTest, HostsHearWhatChangedAndOfTheLayoutWhenThereAreOtherEntries)
 TEST_F(DBusMenuTest, OnlyClicksOnEnabledEntriesThatAreStillThereAct) {
     std::string chosen;
     const auto acting = [&chosen](const std::string& title) {
-        return std::make_shared<NSMenuItem>(title, [&](const NSMenuItem& sender) { chosen += sender.title(); }, "");
+        return std::make_shared<NSMenuItem>(
+            title, [&](const NSMenuItem& sender) { chosen += sender.title(); }, "");
     };
-    show({acting("A"), disabled(acting("B")), parent(acting("C"), {}), NSMenuItem::separatorItem(), item("D")});
+    show({acting("A"), disabled(acting("B")), parent(acting("C"), {}), NSMenuItem::separatorItem(),
+          item("D")});
     QList<MenuEvent> events{{1, QStringLiteral("hovered")}};
     for (const int id : {0, 1, 2, 3, 4, 5, 6})
         events.push_back({id, QStringLiteral("clicked")});
     EXPECT_EQ(shown->handleGroup(events), QList<int>{6});
     EXPECT_EQ(chosen, "") << "before the host has its answer";
     reopen({acting("E")});
-    EXPECT_EQ(shown->handleGroup(events), (QList<int>{1, 1, 2, 3, 4, 5})) << "of a menu that is gone";
+    EXPECT_EQ(shown->handleGroup(events), (QList<int>{1, 1, 2, 3, 4, 5}))
+        << "of a menu that is gone";
     QCoreApplication::processEvents();
     EXPECT_EQ(chosen, "AE") << "also an entry that has left the menu since";
     entries = {};
@@ -224,35 +241,41 @@ TEST_F(DBusMenuTest, AnswersOnTheBusInTheProtocolsTypes) {
     });
     const auto host = QDBusConnection::connectToPeer(server.address(), QStringLiteral("host"));
     const auto answer = [&](const char* method, const QVariantList& arguments) {
-        auto call = QDBusMessage::createMethodCall({}, QStringLiteral("/Menu"), {}, QString::fromLatin1(method));
+        auto call = QDBusMessage::createMethodCall({}, QStringLiteral("/Menu"), {},
+                                                   QString::fromLatin1(method));
         call.setArguments(arguments);
         const QDBusPendingCallWatcher watcher(host.asyncCall(call));
         QEventLoop loop;
         QObject::connect(&watcher, &QDBusPendingCallWatcher::finished, &loop, &QEventLoop::quit);
         loop.exec();
         QString result = watcher.isError() ? watcher.error().name() : watcher.reply().signature();
-        for (const QVariant& value : watcher.isError() ? QVariantList() : watcher.reply().arguments())
+        for (const QVariant& value :
+             watcher.isError() ? QVariantList() : watcher.reply().arguments())
             result += u' ' + text(value);
         return result.toStdString();
     };
     const QStringList all;
     const QVariant ids = QVariant::fromValue(QList<int>{2, 9});
     const std::string invalid = "org.freedesktop.DBus.Error.InvalidArgs";
+    // clang-format off
     const std::vector<std::tuple<const char*, QVariantList, std::string>> rows{
-        {"GetLayout", {0, 1, QStringList{QStringLiteral("label")}}, "u(ia{sv}av) 1 (0  [(1 label=A []) (4  [])])"},
+        {"GetLayout", {0, 1, QStringList{QStringLiteral("label")}},
+         "u(ia{sv}av) 1 (0  [(1 label=A []) (4  [])])"},
         {"GetLayout", {1, -1, all},
-         "u(ia{sv}av) 1 (1 children-display=submenu label=A [(2 label=B []) (3 enabled=false label=C [])])"},
+         "u(ia{sv}av) 1 (1 children-display=submenu label=A "
+         "[(2 label=B []) (3 enabled=false label=C [])])"},
         {"GetLayout", {4, 0, all}, "u(ia{sv}av) 1 (4 shortcut=[comma] [])"},
         {"GetLayout", {5, 0, all}, invalid}, {"GetLayout", {0}, invalid},
         {"GetGroupProperties", {ids, all}, "a(ia{sv}) [(2 label=B)]"},
-        {"GetProperty", {2, QStringLiteral("enabled")}, "v true"}, {"GetProperty", {2, QString()}, invalid},
-        {"AboutToShow", {0}, "b false"}, {"AboutToShow", {9}, invalid}, {"AboutToShowGroup", {ids}, "aiai [] [9]"}};
+        {"GetProperty", {2, QStringLiteral("enabled")}, "v true"},
+        {"GetProperty", {2, QString()}, invalid},
+        {"AboutToShow", {0}, "b false"}, {"AboutToShow", {9}, invalid},
+        {"AboutToShowGroup", {ids}, "aiai [] [9]"}};
+    // clang-format on
     for (const auto& [method, arguments, expected] : rows)
         EXPECT_EQ(answer(method, arguments), expected) << method;
     QDBusConnection::disconnectFromPeer(QStringLiteral("host"));
 }
-
-// clang-format on
 
 } // namespace
 } // namespace tessary

@@ -21,10 +21,14 @@ void addPicture(MenuProperties& properties, const NSImage& image) {
         properties.push_back({QStringLiteral("icon-data"), png});
 }
 
-/// An entry without a mark has no mark that is off either: hosts draw that one as an empty box.
-void addMark(MenuProperties& properties) {
+/// Also the mark that is off: some hosts look at the type only when they first see an entry. What
+/// stands for something can be what is chosen now.
+void addMark(MenuProperties& properties, const NSMenuItem& item) {
+    const bool isOn = item.state() == NSControlStateValue::on;
+    if (!isOn && item.representedObject() == RepresentedObject())
+        return;
     properties.push_back({QStringLiteral("toggle-type"), QStringLiteral("checkmark")});
-    properties.push_back({QStringLiteral("toggle-state"), 1});
+    properties.push_back({QStringLiteral("toggle-state"), isOn ? 1 : 0});
 }
 
 } // namespace
@@ -39,8 +43,7 @@ MenuProperties menuProperties(const NSMenuItem& item) {
         properties.push_back({QStringLiteral("enabled"), false});
     if (item.submenu() != nullptr)
         properties.push_back(submenuProperty());
-    if (item.state() == NSControlStateValue::on)
-        addMark(properties);
+    addMark(properties, item);
     if (item.image() != nullptr)
         addPicture(properties, *item.image());
     if (const auto shortcut = keyEquivalentTokens(item))

@@ -5,6 +5,8 @@
 #include <string>
 #include <utility>
 
+#include <xcb/xfixes.h>
+
 namespace tessary {
 
 namespace {
@@ -17,18 +19,28 @@ xcb_atom_t atomNamed(xcb_connection_t* connection, const std::string& name) {
     return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 
+/// The number of the extension's first event; nothing when the server lacks it.
+std::optional<std::uint8_t> firstEventOfXFixes(xcb_connection_t* connection) {
+    const auto* extension = xcb_get_extension_data(connection, &xcb_xfixes_id);
+    if (extension == nullptr || extension->present == 0)
+        return std::nullopt;
+    const XReply<xcb_xfixes_query_version_reply_t> version(xcb_xfixes_query_version_reply(
+        connection, xcb_xfixes_query_version(connection, 1, 0), nullptr)); // it expects to be asked
+    return version ? std::optional(extension->first_event) : std::nullopt;
+}
+
 } // namespace
 
 TraySelection::TraySelection(XConnection& connection)
     : connection_(connection),
       selection_(atomNamed(connection.get(),
                            "_NET_SYSTEM_TRAY_S" + std::to_string(connection.screenNumber()))),
-      manager_(atomNamed(connection.get(), "MANAGER")) {
+      firstEvent_(firstEventOfXFixes(connection.get())) {
     connection.addClient(*this);
 }
 
 bool TraySelection::isOwnedElseAwait(std::function<void()> appeared) {
-    selectRootEvents(XCB_EVENT_MASK_STRUCTURE_NOTIFY); // first, so that none comes unnoticed
+    selectEvents(XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER); // first, to miss none
     if (isOwned()) {
         stopWaiting();
         return true;
@@ -38,18 +50,18 @@ bool TraySelection::isOwnedElseAwait(std::function<void()> appeared) {
 }
 
 void TraySelection::stopWaiting() {
-    selectRootEvents(XCB_EVENT_MASK_NO_EVENT);
+    selectEvents(0);
     appeared_ = nullptr;
     hasAppeared_ = false;
 }
 
 void TraySelection::note(const xcb_generic_event_t& event) {
     constexpr std::uint8_t sentBySomebody = 0x80;
-    if (appeared_ == nullptr || (event.response_type & ~sentBySomebody) != XCB_CLIENT_MESSAGE)
+    if (appeared_ == nullptr || !firstEvent_ ||
+        (event.response_type & ~sentBySomebody) != *firstEvent_ + XCB_XFIXES_SELECTION_NOTIFY)
         return;
-    const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);
-    hasAppeared_ =
-        hasAppeared_ || (message.type == manager_ && message.data.data32[1] == selection_);
+    const auto& change = reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(event);
+    hasAppeared_ = change.selection == selection_ && change.owner != XCB_NONE;
 }
 
 void TraySelection::deliver() {
@@ -60,8 +72,10 @@ void TraySelection::deliver() {
     appeared();
 }
 
-void TraySelection::selectRootEvents(std::uint32_t mask) {
-    xcb_change_window_attributes(connection_.get(), connection_.root(), XCB_CW_EVENT_MASK, &mask);
+void TraySelection::selectEvents(std::uint32_t mask) {
+    if (!firstEvent_)
+        return;
+    xcb_xfixes_select_selection_input(connection_.get(), connection_.root(), selection_, mask);
     xcb_flush(connection_.get());
 }
 

@@ -2,13 +2,16 @@
 
 #include "Linux/X11/XConnection.h"
 
+#include <cstdint>
 #include <functional>
+#include <optional>
 
 namespace tessary {
 
-/// Tells when a panel shows status icons in the X way (System Tray Protocol Specification,
-/// freedesktop.org: the selection _NET_SYSTEM_TRAY_Sn and its MANAGER messages). Lives as long as
-/// the connection.
+/// Tells when a panel shows status icons in the X way: when somebody owns the selection
+/// _NET_SYSTEM_TRAY_Sn (System Tray Protocol Specification, freedesktop.org). The XFixes extension
+/// tells so without the root window's other events, among them one for each change of the screen's
+/// size. Lives as long as the connection.
 class TraySelection : public XEventClient {
 public:
     explicit TraySelection(XConnection& connection);
@@ -25,13 +28,13 @@ public:
     void deliver() override;
 
 private:
-    void selectRootEvents(std::uint32_t mask);
+    void selectEvents(std::uint32_t mask);
     bool isOwned() const;
 
     XConnection& connection_;
     xcb_atom_t selection_ = XCB_ATOM_NONE;
-    xcb_atom_t manager_ = XCB_ATOM_NONE;
-    std::function<void()> appeared_; ///< set while waiting
+    std::optional<std::uint8_t> firstEvent_; ///< of XFixes; nothing where the server lacks it
+    std::function<void()> appeared_;         ///< set while waiting
     bool hasAppeared_ = false;
 };
 
