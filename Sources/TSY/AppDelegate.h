@@ -19,6 +19,9 @@ class AppDelegate : public NSApplicationDelegate,
 public:
     /// What an entry of a display's menu of modes stands for.
     struct ModeSelection {
+        ModeSelection(CGDirectDisplayID display, const ModeSpec& mode)
+            : displayID(display), spec(mode) {}
+
         CGDirectDisplayID displayID;
         ModeSpec spec;
 

@@ -18,8 +18,6 @@ namespace {
 using Item = std::shared_ptr<NSMenuItem>;
 using Items = std::vector<Item>;
 
-// NOLINTBEGIN(misc-no-recursion): entries hold entries
-
 QString text(const QVariant& value) {
     if (value.metaType() == QMetaType::fromType<QDBusVariant>())
         return text(value.value<QDBusVariant>().variant());
@@ -56,8 +54,6 @@ std::string ids(const std::vector<MenuEntry>& entries) {
         result += " " + std::to_string(id) + (children.empty() ? "" : "[" + ids(children) + " ]");
     return result;
 }
-
-// NOLINTEND(misc-no-recursion)
 
 Item item(const std::string& title, int object = 0) {
     auto result = std::make_shared<NSMenuItem>(title, nullptr, "");

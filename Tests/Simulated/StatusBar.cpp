@@ -66,7 +66,7 @@ NSStatusBar& NSStatusBar::systemStatusBar() {
 std::shared_ptr<NSStatusItem> NSStatusBar::statusItemWithLength(double length) {
     state.note(length == NSVariableStatusItemLength ? "status item"
                                                     : "status item of fixed length");
-    state.statusItem = std::shared_ptr<NSStatusItem>(new NSStatusItem);
+    state.statusItem = std::make_shared<NSStatusItem>();
     return state.statusItem;
 }
 

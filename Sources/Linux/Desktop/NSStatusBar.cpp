@@ -12,7 +12,7 @@ NSStatusBar& NSStatusBar::systemStatusBar() {
 
 // The icon is shown from the event loop, when the program has given the item its picture and menu.
 std::shared_ptr<NSStatusItem> NSStatusBar::statusItemWithLength(double /*length*/) {
-    const auto item = std::shared_ptr<NSStatusItem>(new NSStatusItem);
+    auto item = std::make_shared<NSStatusItem>();
     DispatchQueue::mainAsync([item] {
         static std::vector<tessary::StatusIcon*> icons; // for the rest of the process
         icons.push_back(new tessary::StatusIcon(item, tessary::Session::current()->connection(),

@@ -32,8 +32,6 @@ public:
     void setMenu(std::shared_ptr<NSMenu> menu) { menu_ = std::move(menu); }
 
 private:
-    friend class NSStatusBar;
-
     std::unique_ptr<NSStatusBarButton> button_ = std::make_unique<NSStatusBarButton>();
     std::shared_ptr<NSMenu> menu_;
 };

@@ -42,6 +42,8 @@ class Panel : public QDBusVirtualObject {
 public:
     explicit Panel(const Bus& bus);
     ~Panel() override;
+    Panel(const Panel&) = delete;
+    Panel& operator=(const Panel&) = delete;
 
     /// Handles what comes over the bus until `holds`. False when it never did within `patience`.
     static bool waitUntil(const std::function<bool()>& holds);

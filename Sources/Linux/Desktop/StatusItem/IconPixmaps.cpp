@@ -13,7 +13,8 @@ namespace {
 IconPixmap pixmapOf(const QByteArray& png) {
     const QImage image = QImage::fromData(png).convertToFormat(QImage::Format_ARGB32);
     IconPixmap pixmap{image.width(), image.height(), QByteArray(image.sizeInBytes(), '\0')};
-    qToBigEndian<quint32>(image.constBits(), image.width() * image.height(), pixmap.pixels.data());
+    qToBigEndian<quint32>(image.constBits(), qsizetype{image.width()} * image.height(),
+                          pixmap.pixels.data());
     return pixmap;
 }
 

@@ -9,8 +9,6 @@
 namespace tessary {
 
 // Entries hold entries, as deep as the program nests them.
-// NOLINTBEGIN(misc-no-recursion)
-
 namespace {
 
 bool isSameEntry(const NSMenuItem& before, const NSMenuItem& after) {
@@ -81,8 +79,6 @@ void MenuExport::index(const MenuEntry& entry) {
     for (const MenuEntry& child : entry.children)
         index(child);
 }
-
-// NOLINTEND(misc-no-recursion)
 
 const MenuEntry* MenuExport::entry(int id) const {
     const auto found = entries_.find(id);

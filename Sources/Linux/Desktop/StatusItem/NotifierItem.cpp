@@ -61,13 +61,13 @@ constexpr QLatin1String description(R"xml(<interface name="org.kde.StatusNotifie
 
 } // namespace
 
-NotifierItem::NotifierItem(const QDBusConnection& bus, std::shared_ptr<NSStatusItem> item,
-                           const QString& menuPath, std::function<void()> openMenu)
-    : bus_(bus),
+NotifierItem::NotifierItem(QDBusConnection bus, std::shared_ptr<NSStatusItem> item,
+                           QString menuPath, std::function<void()> openMenu)
+    : bus_(std::move(bus)),
       service_(QStringLiteral("org.kde.StatusNotifierItem-%1-1")
                    .arg(QCoreApplication::applicationPid())),
       item_(std::move(item)),
-      menuPath_(menuPath),
+      menuPath_(std::move(menuPath)),
       openMenu_(std::move(openMenu)) {
     registerIconTypes();
     bus_.registerVirtualObject(path, this);

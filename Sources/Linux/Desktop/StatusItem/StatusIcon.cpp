@@ -20,8 +20,8 @@ const QString menuPath = QStringLiteral("/StatusNotifierItem/menu");
 } // namespace
 
 StatusIcon::StatusIcon(std::shared_ptr<NSStatusItem> item, XConnection& connection,
-                       const std::optional<QDBusConnection>& bus)
-    : item_(std::move(item)), bus_(bus), tray_(connection) {
+                       std::optional<QDBusConnection> bus)
+    : item_(std::move(item)), bus_(std::move(bus)), tray_(connection) {
     if (!bus_) {
         watcherIsMissing();
         return;

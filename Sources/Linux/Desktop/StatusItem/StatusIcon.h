@@ -20,7 +20,7 @@ namespace tessary {
 class StatusIcon : public QObject {
 public:
     StatusIcon(std::shared_ptr<NSStatusItem> item, XConnection& connection,
-               const std::optional<QDBusConnection>& bus);
+               std::optional<QDBusConnection> bus);
 
 private:
     void askForWatcher();
