@@ -71,9 +71,9 @@ private:
     std::shared_ptr<NSMenuItem> slotItem(Slot slot, const Display& display);
     std::shared_ptr<NSMenuItem> allResolutionsItem(const Display& display);
 
-    /// An entry's action that calls `command` for as long as this object lives.
-    NSMenuItem::Action action(void (AppDelegate::*command)(const NSMenuItem& sender));
-    NSMenuItem::Action action(void (AppDelegate::*command)());
+    /// An entry's action that calls the command, which takes the entry or nothing.
+    template <auto command>
+    NSMenuItem::Action action();
 
     std::shared_ptr<NSStatusItem> statusItem_;
     std::optional<Display> targetDisplay_; ///< that was under the pointer when the menu was built

@@ -5,6 +5,7 @@
 #include "TSY/UpdateController.h"
 
 #include <string>
+#include <type_traits>
 #include <utility>
 
 namespace tsy {
@@ -34,6 +35,18 @@ NSControlStateValue checkmark(bool isOn) {
 }
 
 } // namespace
+
+template <auto command>
+NSMenuItem::Action AppDelegate::action() {
+    return {
+        weak_from_this(), [](void* target, const NSMenuItem& sender) {
+            auto& self = *static_cast<AppDelegate*>(target);
+            if constexpr (std::is_invocable_v<decltype(command), AppDelegate&, decltype(sender)>)
+                (self.*command)(sender);
+            else
+                (self.*command)();
+        }};
+}
 
 void AppDelegate::setUpStatusItem() {
     statusItem_ = NSStatusBar::systemStatusBar().statusItemWithLength(NSVariableStatusItemLength);
@@ -77,16 +90,16 @@ void AppDelegate::rebuildMenu() {
     settings->setEnabled(false);
     menu->addItem(settings);
     const auto updates = std::make_shared<NSMenuItem>("Check for Updates…",
-                                                      action(&AppDelegate::checkForUpdates), "");
+                                                      action<&AppDelegate::checkForUpdates>(), "");
     updates->setEnabled(UpdateController::shared().controller().updater().canCheckForUpdates());
     menu->addItem(updates);
-    menu->addItem(std::make_shared<NSMenuItem>("Quit Tessary", action(&AppDelegate::quit), "q"));
+    menu->addItem(std::make_shared<NSMenuItem>("Quit Tessary", action<&AppDelegate::quit>(), "q"));
 }
 
 std::shared_ptr<NSMenuItem> AppDelegate::slotItem(Slot slot, const Display& display) {
     const auto preset = Settings::shared().spec(slot, display.key);
-    auto item =
-        std::make_shared<NSMenuItem>(slotTitle(slot, preset), action(&AppDelegate::applySlot), "");
+    auto item = std::make_shared<NSMenuItem>(slotTitle(slot, preset),
+                                             action<&AppDelegate::applySlot>(), "");
     item->setRepresentedObject(RepresentedObject(std::string(rawValue(slot))));
     item->setImage(NSImage::imageWithSystemSymbolName(slot == Slot::one ? "1.square" : "2.square",
                                                       std::nullopt));
@@ -104,7 +117,7 @@ std::shared_ptr<NSMenuItem> AppDelegate::allResolutionsItem(const Display& displ
     const auto submenu = std::make_shared<NSMenu>();
     for (DisplayMode& mode : DisplayManager::modes(display.id)) {
         auto item = std::make_shared<NSMenuItem>(std::move(mode.label),
-                                                 action(&AppDelegate::applyMode), "");
+                                                 action<&AppDelegate::applyMode>(), "");
         item->setRepresentedObject(RepresentedObject(ModeSelection{display.id, mode.spec}));
         item->setState(checkmark(DisplayManager::currentSpec(display.id) == mode.spec));
         submenu->addItem(std::move(item));
@@ -114,20 +127,6 @@ std::shared_ptr<NSMenuItem> AppDelegate::allResolutionsItem(const Display& displ
     auto item = std::make_shared<NSMenuItem>(display.name, nullptr, "");
     item->setSubmenu(submenu);
     return item;
-}
-
-NSMenuItem::Action AppDelegate::action(void (AppDelegate::*command)(const NSMenuItem& sender)) {
-    return [weak = weak_from_this(), command](const NSMenuItem& sender) {
-        if (const auto self = weak.lock())
-            (self.get()->*command)(sender);
-    };
-}
-
-NSMenuItem::Action AppDelegate::action(void (AppDelegate::*command)()) {
-    return [weak = weak_from_this(), command](const NSMenuItem& /*sender*/) {
-        if (const auto self = weak.lock())
-            (self.get()->*command)();
-    };
 }
 
 } // namespace tsy

@@ -14,8 +14,14 @@ std::size_t mixed(std::size_t hash, std::uint64_t field) {
 
 } // namespace
 
-std::string sizeText(const ModeSpec& spec) {
-    return std::to_string(spec.width) + " × " + std::to_string(spec.height);
+std::string sizeText(const ModeSpec& spec, std::size_t room) {
+    constexpr std::size_t usualLength = 12;
+    std::string text;
+    text.reserve(room > 0 ? usualLength + room : 0);
+    text += std::to_string(spec.width);
+    text += " × ";
+    text += std::to_string(spec.height);
+    return text;
 }
 
 std::string ModeSpec::title() const {

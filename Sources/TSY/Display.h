@@ -31,8 +31,8 @@ struct ModeSpec {
     friend bool operator==(const ModeSpec&, const ModeSpec&) = default;
 };
 
-/// "1920 × 1080", as titles and labels begin.
-std::string sizeText(const ModeSpec& spec);
+/// "1920 × 1080", as titles and labels begin, with memory for `room` bytes that will follow.
+std::string sizeText(const ModeSpec& spec, std::size_t room = 0);
 
 /// One selectable entry of a display's catalogue; `spec` alone is its identity.
 struct DisplayMode {

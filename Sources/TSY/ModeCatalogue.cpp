@@ -3,7 +3,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
+#include <memory_resource>
+#include <string_view>
 #include <unordered_map>
 #include <utility>
 
@@ -16,8 +17,9 @@ struct Candidate {
     CGDisplayModeRef cg;
 };
 
-/// The best mode so far of each size and density, filed under its spec with refresh rate 0.
-using WorkingTable = std::unordered_map<ModeSpec, Candidate>;
+/// The best mode so far of each size and density, filed under its spec with refresh rate 0. Its
+/// memory is given back in one piece.
+using WorkingTable = std::pmr::unordered_map<ModeSpec, Candidate>;
 
 ModeSpec withoutRefreshRate(ModeSpec spec) {
     spec.refreshRate = 0;
@@ -38,8 +40,9 @@ ModeSpec specOf(const CGDisplayMode& mode) {
             roundedRefreshRate(CGDisplayModeGetRefreshRate(mode))};
 }
 
-WorkingTable bestModes(const std::vector<CGDisplayModeRef>& modes) {
-    WorkingTable table;
+WorkingTable bestModes(const std::vector<CGDisplayModeRef>& modes,
+                       std::pmr::memory_resource& memory) {
+    WorkingTable table(&memory);
     table.reserve(modes.size());
     for (const CGDisplayModeRef& mode : modes) {
         if (!CGDisplayModeIsUsableForDesktopGUI(*mode))
@@ -52,23 +55,8 @@ WorkingTable bestModes(const std::vector<CGDisplayModeRef>& modes) {
     return table;
 }
 
-bool hasSeveralRefreshRates(const WorkingTable& table) {
-    std::int64_t first = 0;
-    for (const auto& [key, candidate] : table) {
-        const std::int64_t rate = candidate.spec.refreshRate;
-        if (rate > 0 && first > 0 && rate != first)
-            return true;
-        first = std::max(first, rate);
-    }
-    return false;
-}
-
-bool hasHighDensityModes(const WorkingTable& table) {
-    return std::ranges::any_of(table, [](const auto& row) { return row.first.isHiDPI; });
-}
-
-bool hasHighDensityTwin(const ModeSpec& spec, const WorkingTable& table) {
-    return !spec.isHiDPI && table.contains({spec.width, spec.height, true, 0});
+bool isSameSize(const ModeSpec& left, const ModeSpec& right) {
+    return left.width == right.width && left.height == right.height;
 }
 
 /// The order of the catalogue.
@@ -95,22 +83,36 @@ std::vector<Entry> sorted(const WorkingTable& table) {
     entries.reserve(table.size());
     for (const auto& [key, candidate] : table)
         entries.push_back({candidate.spec, &candidate.cg});
-    std::ranges::stable_sort(entries, standsBefore, &Entry::spec);
+    std::ranges::sort(entries, standsBefore, &Entry::spec);
     return entries;
 }
 
-/// What the catalogue as a whole demands of its labels.
-struct LabelStyle {
-    bool tellsRefreshRates = false;
-    bool tellsDensities = false;
+bool haveSeveralRefreshRates(const std::vector<Entry>& entries) {
+    std::int64_t first = 0;
+    for (const Entry& entry : entries) {
+        const std::int64_t rate = entry.spec.refreshRate;
+        if (rate > 0 && first > 0 && rate != first)
+            return true;
+        first = std::max(first, rate);
+    }
+    return false;
+}
+
+/// What a label tells beside the size.
+struct LabelParts {
+    bool lowResolution = false;
+    bool refreshRate = false;
 };
 
-std::string labelOf(const ModeSpec& spec, const WorkingTable& table, LabelStyle style) {
-    std::string label = sizeText(spec);
-    if (style.tellsDensities && hasHighDensityTwin(spec, table))
-        label += "  (low resolution)";
-    if (style.tellsRefreshRates && spec.refreshRate >= 1)
-        label += "  " + std::to_string(spec.refreshRate) + " Hz";
+std::string labelOf(const ModeSpec& spec, LabelParts parts) {
+    constexpr std::string_view lowResolution = "  (low resolution)";
+    constexpr std::size_t rateLength = 8;
+    std::string label = sizeText(spec, (parts.lowResolution ? lowResolution.size() : 0) +
+                                           (parts.refreshRate ? rateLength : 0));
+    if (parts.lowResolution)
+        label += lowResolution;
+    if (parts.refreshRate && spec.refreshRate >= 1)
+        label.append("  ").append(std::to_string(spec.refreshRate)).append(" Hz");
     return label;
 }
 
@@ -121,13 +123,19 @@ std::vector<DisplayMode> modes(CGDirectDisplayID display) {
         display, {{kCGDisplayShowDuplicateLowResolutionModes, kCFBooleanTrue}});
     if (!all)
         return {};
-    const WorkingTable table = bestModes(*all);
-    const LabelStyle style{hasSeveralRefreshRates(table), hasHighDensityModes(table)};
+    constexpr std::size_t bytesPerMode = 128; // of the table, a little too much
+    std::pmr::monotonic_buffer_resource memory(1 + all->size() * bytesPerMode);
+    const WorkingTable table = bestModes(*all, memory);
+    const std::vector<Entry> entries = sorted(table);
 
     std::vector<DisplayMode> catalogue;
-    catalogue.reserve(table.size());
-    for (const Entry& entry : sorted(table))
-        catalogue.push_back({entry.spec, *entry.cg, labelOf(entry.spec, table, style)});
+    catalogue.reserve(entries.size());
+    LabelParts parts{.refreshRate = haveSeveralRefreshRates(entries)};
+    for (const auto& [spec, cg] : entries) {
+        // of one size, the high-density mode stands right before the other one
+        parts.lowResolution = !catalogue.empty() && isSameSize(catalogue.back().spec, spec);
+        catalogue.push_back({spec, *cg, labelOf(spec, parts)});
+    }
     return catalogue;
 }
 

@@ -95,5 +95,5 @@ void simulated::choose(const std::string& title) {
     if (item == nullptr)
         throw std::invalid_argument("no entry " + title);
     if (item->isEnabled() && item->action())
-        item->action()(*item);
+        item->action().send(*item);
 }

@@ -5,8 +5,8 @@
 #include "Platform/AppKit/NSImage.h"
 
 #include <any>
+#include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -53,8 +53,29 @@ private:
 /// One entry of a menu. It shows the states that were set: nothing enables it automatically.
 class NSMenuItem {
 public:
-    /// Called when the user chooses the entry, which is its argument.
-    using Action = std::function<void(const NSMenuItem& sender)>;
+    /// What happens when the user chooses an entry: a call of a target, which it does not own.
+    class Action {
+    public:
+        using Selector = void (*)(void* target, const NSMenuItem& sender);
+
+        /// Nothing happens.
+        Action(std::nullptr_t = nullptr) {} // NOLINT(google-explicit-constructor): stands for none
+
+        Action(std::weak_ptr<void> target, Selector selector)
+            : target_(std::move(target)), selector_(selector) {}
+
+        explicit operator bool() const { return selector_ != nullptr; }
+
+        /// Calls the target if that still exists.
+        void send(const NSMenuItem& sender) const {
+            if (const auto target = target_.lock())
+                selector_(target.get(), sender);
+        }
+
+    private:
+        std::weak_ptr<void> target_;
+        Selector selector_ = nullptr;
+    };
 
     /// An enabled entry without a mark. Without an action choosing it does nothing. `keyEquivalent`
     /// is one character or empty; keys without a character have one of the range U+F700 to U+F8FF.

@@ -38,7 +38,7 @@ void add(QMenu& widget, const std::shared_ptr<NSMenuItem>& item) {
             symbolIcon(item->image()->symbolName(), widget.palette().color(QPalette::WindowText)));
     if (item->action())
         QObject::connect(action, &QAction::triggered, action,
-                         [item] { DispatchQueue::mainAsync([item] { item->action()(*item); }); });
+                         [item] { DispatchQueue::mainAsync([item] { item->action().send(*item); }); });
 }
 
 void fill(QMenu& widget, const NSMenu& menu) {

@@ -1,0 +1,242 @@
+// at_rest_benchmark [SECONDS]: what Tessary costs before and between key presses, beside a program
+// that has an icon and nothing else. One X server, one message bus and one panel serve both.
+//
+// SECONDS is how long context switches are counted, 60 unless told otherwise.
+#include "Desktop/Harness/ChildProcess.h"
+#include "Desktop/Harness/Client.h"
+#include "Desktop/Harness/Panel.h"
+#include "Desktop/Harness/Session.h"
+#include "Desktop/Harness/Waiting.h"
+
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QDBusVariant>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using namespace desktop;
+using Clock = std::chrono::steady_clock;
+using Numbers = std::vector<double>;
+
+constexpr int starts = 25;
+constexpr int restingRounds = 5;
+constexpr std::chrono::seconds quietTime{2}; ///< without a context switch: the program rests
+
+/// A panel that takes the time of each registration, and that answers what Qt asks before one.
+class PanelWithClock : public Panel {
+public:
+    using Panel::Panel;
+
+    Clock::time_point registration() const { return registration_; }
+    unsigned processId() const { return processId_; }
+
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection& bus) override {
+        if (message.member() == QLatin1String("Get")) // whether anybody shows icons
+            return bus.send(message.createReply(QVariant::fromValue(QDBusVariant(true))));
+        const auto now = Clock::now();
+        if (!Panel::handleMessage(message, bus))
+            return false;
+        registration_ = now;
+        processId_ = bus.interface()->servicePid(message.service()).value();
+        return true;
+    }
+
+    QString introspect(const QString& /*path*/) const override {
+        return QStringLiteral(R"(<interface name="org.kde.StatusNotifierWatcher">
+            <property name="IsStatusNotifierHostRegistered" type="b" access="read"/>
+            <method name="RegisterStatusNotifierItem"><arg type="s" direction="in"/></method>
+            </interface>)");
+    }
+
+private:
+    Clock::time_point registration_;
+    unsigned processId_ = 0;
+};
+
+struct Desktop {
+    Home serverHome;
+    XServer server{serverHome};
+    Bus bus;
+    PanelWithClock panel{bus};
+};
+
+/// A program from its start on, whose icon is in the panel.
+class Program {
+public:
+    Program(Desktop& desktop, const Home& home, const std::string& path)
+        : Program(desktop,
+                  home.commandOn(desktop.server.display(), {desktop.bus.environment(), path}),
+                  desktop.panel.registrations()) {}
+
+    double milliseconds() const { return milliseconds_; }
+
+    /// Of all its threads so far.
+    long contextSwitches() const {
+        long sum = 0;
+        for (const auto& thread : std::filesystem::directory_iterator(folder_ / "task"))
+            sum += field(thread.path(), "voluntary_ctxt_switches:") +
+                   field(thread.path(), "nonvoluntary_ctxt_switches:");
+        return sum;
+    }
+
+    double residentMebibytes() const {
+        constexpr double kibibytes = 1024;
+        return static_cast<double>(field(folder_, "VmRSS:")) / kibibytes;
+    }
+
+    void waitForRest() const {
+        const auto end = Clock::now() + patience;
+        auto quietSince = Clock::now();
+        for (long before = contextSwitches(); Clock::now() < quietSince + quietTime;) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+            if (const long now = contextSwitches(); std::exchange(before, now) != now)
+                quietSince = Clock::now();
+            if (Clock::now() > end)
+                throw std::runtime_error("the program does not come to rest");
+        }
+    }
+
+private:
+    Program(Desktop& desktop, const Words& command, int registrationsBefore)
+        : start_(Clock::now()), process_(command) {
+        const auto isRegistered = [&] {
+            return desktop.panel.registrations() > registrationsBefore;
+        };
+        if (!Panel::waitUntil(isRegistered))
+            throw std::runtime_error("no icon has come from " + command.back());
+        milliseconds_ =
+            std::chrono::duration<double, std::milli>(desktop.panel.registration() - start_)
+                .count();
+        folder_ = "/proc/" + std::to_string(desktop.panel.processId());
+    }
+
+    static long field(const std::filesystem::path& folder, const std::string& name) {
+        std::ifstream file(folder / "status");
+        for (std::string word; file >> word;)
+            if (word == name) {
+                long value = 0;
+                file >> value;
+                return value;
+            }
+        throw std::runtime_error(folder.string() + " tells no " + name);
+    }
+
+    Clock::time_point start_;
+    ChildProcess process_;
+    double milliseconds_ = 0;
+    std::filesystem::path folder_;
+};
+
+double quantile(Numbers values, double part) {
+    std::ranges::sort(values);
+    return values[static_cast<std::size_t>(part * static_cast<double>(values.size() - 1))];
+}
+
+/// One row of the table that Tools/bench prints.
+void printRow(const std::string& what, const std::string& unit, const Numbers& own,
+              const Numbers& empty, const std::string& hold) {
+    const double median = quantile(own, 0.5);
+    const double other = quantile(empty, 0.5);
+    std::printf("%s, median (95th centile)\t%.1f %s (%.1f)\tempty program: %.1f %s (%.1f)\t%.2f\t"
+                "%s\n",
+                what.c_str(), median, unit.c_str(), quantile(own, 0.95), other, unit.c_str(),
+                quantile(empty, 0.95), median / other, hold.c_str());
+    std::fflush(stdout);
+}
+
+void seed(Desktop& desktop, const Home& home) {
+    const Program program(desktop, home, TESSARY_PROGRAM);
+    program.waitForRest();
+}
+
+void measureStarts(Desktop& desktop, const Home& seeded) {
+    Numbers first;
+    Numbers own;
+    Numbers empty;
+    for (int round = 0; round < starts; ++round) { // in turn, so that all see the same machine
+        const Home fresh;
+        first.push_back(Program(desktop, fresh, TESSARY_PROGRAM).milliseconds());
+        empty.push_back(Program(desktop, seeded, EMPTY_TRAY).milliseconds());
+        own.push_back(Program(desktop, seeded, TESSARY_PROGRAM).milliseconds());
+    }
+    printRow("start to icon", "ms", own, empty, "at most 1.4 times as long");
+    printRow("first start to icon", "ms", first, empty, "-");
+}
+
+void measureMemory(Desktop& desktop, const Home& seeded) {
+    Numbers own;
+    Numbers empty;
+    for (int round = 0; round < restingRounds; ++round)
+        for (const bool isOwn : {true, false}) {
+            const Program program(desktop, seeded, isOwn ? TESSARY_PROGRAM : EMPTY_TRAY);
+            program.waitForRest();
+            (isOwn ? own : empty).push_back(program.residentMebibytes());
+        }
+    printRow("resident memory at rest", "MiB", own, empty, "at most 1.25 times as much");
+}
+
+void await(Client& client, const std::string& what, const std::function<bool()>& holds) {
+    if (!client.waitUntil(holds))
+        throw std::runtime_error("waited in vain for " + what);
+}
+
+/// One key that switches, one that sounds the alert (the display offers no such mode), one menu.
+void use(Desktop& desktop) {
+    Client client(desktop.server.display());
+    await(client, "the keys",
+          [&] { return client.isGrabbed(keys::f14) && client.isGrabbed(keys::f15); });
+    client.tap(keys::f14);
+    await(client, "another mode", [&] { return client.displayChanges() > 0; });
+    client.tap(keys::f15);
+    await(client, "the alert", [&] { return client.bells() > 0; });
+    if (desktop.panel.openedMenu().empty())
+        throw std::runtime_error("the menu is empty");
+}
+
+void countContextSwitches(Desktop& desktop, const Home& seeded, std::chrono::seconds time) {
+    const Program empty(desktop, seeded, EMPTY_TRAY);
+    if (desktop.panel.openedMenu().empty())
+        throw std::runtime_error("the empty program's menu is empty");
+    const Program tessary(desktop, seeded, TESSARY_PROGRAM);
+    use(desktop);
+    for (const Program* program : {&empty, &tessary})
+        program->waitForRest();
+    const long emptyBefore = empty.contextSwitches();
+    const long before = tessary.contextSwitches();
+    std::this_thread::sleep_for(time);
+    std::printf("context switches in %lld s at rest, after a key press, an alert and a menu\t%ld\t"
+                "empty program: %ld\t-\tnone\n",
+                static_cast<long long>(time.count()), tessary.contextSwitches() - before,
+                empty.contextSwitches() - emptyBefore);
+}
+
+} // namespace
+
+int main(int count, char** arguments) try {
+    constexpr int minute = 60;
+    const std::chrono::seconds time(count > 1 ? std::atoi(arguments[1]) : minute);
+    Desktop desktop;
+    const Home seeded;
+    seed(desktop, seeded);
+    measureStarts(desktop, seeded);
+    measureMemory(desktop, seeded);
+    countContextSwitches(desktop, seeded, time);
+    return 0;
+} catch (const std::exception& error) {
+    std::fprintf(stderr, "%s\n", error.what());
+    return 1;
+}
