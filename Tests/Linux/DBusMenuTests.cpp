@@ -10,6 +10,7 @@
 #include <QDBusVariant>
 #include <QEventLoop>
 
+#include <climits>
 #include <tuple>
 
 namespace tessary {
@@ -259,7 +260,7 @@ TEST_F(DBusMenuTest, AnswersOnTheBusInTheProtocolsTypes) {
     const std::vector<std::tuple<const char*, QVariantList, std::string>> rows{
         {"GetLayout", {0, 1, QStringList{QStringLiteral("label")}},
          "u(ia{sv}av) 1 (0  [(1 label=A []) (4  [])])"},
-        {"GetLayout", {1, -1, all},
+        {"GetLayout", {1, INT_MIN, all},
          "u(ia{sv}av) 1 (1 children-display=submenu label=A "
          "[(2 label=B []) (3 enabled=false label=C [])])"},
         {"GetLayout", {4, 0, all}, "u(ia{sv}av) 1 (4 shortcut=[comma] [])"},

@@ -3,6 +3,7 @@
 #include "Linux/Desktop/MainQueue.h"
 
 #include <QApplication>
+#include <QPixmapCache>
 #include <QSessionManager>
 
 #include <array>
@@ -24,6 +25,7 @@ int argumentCount = arguments.size() - 1;
 std::unique_ptr<QApplication> applicationWithWindows() {
     auto application = std::make_unique<QApplication>(argumentCount, arguments.data());
     QApplication::setQuitOnLastWindowClosed(false);
+    QPixmapCache::setCacheLimit(0); // it would wake us half a minute after each menu
     QObject::connect(
         application.get(), &QApplication::commitDataRequest, application.get(),
         [](QSessionManager& session) { session.setRestartHint(QSessionManager::RestartNever); },

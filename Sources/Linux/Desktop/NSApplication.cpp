@@ -34,6 +34,7 @@ bool isOnlyInstance(SingleInstance& instance) {
     case SingleInstance::Claim::activated:
         return false;
     case SingleInstance::Claim::refused:
+        NSLog("tessary: another instance runs and does not answer");
         std::exit(failure);
     }
     return true;
@@ -91,6 +92,7 @@ void NSApplication::run() {
     const int status = loop.run([&signals] { return std::make_shared<Sources>(signals); });
     if (const auto delegate = delegate_.lock())
         delegate->applicationWillTerminate();
+    tessary::exitIfBusHangs(status);
     if (status != 0)
         std::exit(status);
 }

@@ -65,7 +65,11 @@ SingleInstance::Claim SingleInstance::claim(const std::optional<QDBusConnection>
         return Claim::alone;
     // Before the name is ours: who waits for the name calls at once.
     QDBusConnection(*bus).registerVirtualObject(path, this);
-    return isNameTaken(*bus) ? activateOther(*bus) : Claim::first;
+    if (!isNameTaken(*bus))
+        return Claim::first;
+    const Claim answer = activateOther(*bus);
+    // Whoever had the name may have ended instead of answering.
+    return answer == Claim::refused && !isNameTaken(*bus) ? Claim::first : answer;
 }
 
 SingleInstance::Claim SingleInstance::activateOther(const QDBusConnection& bus) const {
@@ -77,8 +81,6 @@ SingleInstance::Claim SingleInstance::activateOther(const QDBusConnection& bus) 
         return Claim::activated;
     if (reply.errorName() == otherDisplayError)
         return Claim::alone;
-    NSLog("tessary: another instance runs and does not answer: " +
-          reply.errorMessage().toStdString());
     return Claim::refused;
 }
 
@@ -99,7 +101,10 @@ bool SingleInstance::handleMessage(const QDBusMessage& message, const QDBusConne
     const bool isActivation =
         (message.member() == QLatin1String("Activate") && message.signature() == u"a{sv}") ||
         (message.member() == QLatin1String("Open") && message.signature() == u"asa{sv}");
-    return isActivation && bus.send(answerToActivation(message));
+    if (!isActivation)
+        return false;
+    const QDBusMessage answer = answerToActivation(message);
+    return !message.isReplyRequired() || bus.send(answer);
 }
 
 QDBusMessage SingleInstance::answerToActivation(const QDBusMessage& message) {

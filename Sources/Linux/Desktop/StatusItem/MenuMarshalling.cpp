@@ -28,11 +28,12 @@ void writeProperties(QDBusArgument& argument, const MenuLayout& layout) {
 }
 
 void writeChildren(QDBusArgument& argument, const MenuLayout& layout) {
+    const int levelsBelow = layout.depth > 0 ? layout.depth - 1 : layout.depth;
     argument.beginArray(QMetaType::fromType<QDBusVariant>());
     if (layout.depth != 0)
         for (const MenuEntry& child : layout.entry->children)
             argument << QDBusVariant(
-                QVariant::fromValue(MenuLayout{&child, layout.names, layout.depth - 1}));
+                QVariant::fromValue(MenuLayout{&child, layout.names, levelsBelow}));
     argument.endArray();
 }
 

@@ -31,14 +31,16 @@ void add(QMenu& widget, const std::shared_ptr<NSMenuItem>& item) {
     }
     QAction* action = widget.addAction(labelOf(*item));
     action->setEnabled(item->isEnabled());
-    action->setCheckable(item->state() == NSControlStateValue::on);
-    action->setChecked(item->state() == NSControlStateValue::on);
-    if (item->image() != nullptr)
+    const bool isMarked = item->state() == NSControlStateValue::on;
+    action->setCheckable(isMarked);
+    action->setChecked(isMarked);
+    if (item->image() != nullptr && !isMarked) // one hides the other
         action->setIcon(
             symbolIcon(item->image()->symbolName(), widget.palette().color(QPalette::WindowText)));
     if (item->action())
-        QObject::connect(action, &QAction::triggered, action,
-                         [item] { DispatchQueue::mainAsync([item] { item->action().send(*item); }); });
+        QObject::connect(action, &QAction::triggered, action, [item] {
+            DispatchQueue::mainAsync([item] { item->action().send(*item); });
+        });
 }
 
 void fill(QMenu& widget, const NSMenu& menu) {

@@ -126,14 +126,17 @@ QString NotifierItem::introspect(const QString& /*path*/) const {
 bool NotifierItem::handleMessage(const QDBusMessage& message, const QDBusConnection& bus) {
     if (message.path() != path)
         return false;
-    if (message.interface() == propertiesInterface)
-        return bus.send(answerToPropertyCall(message));
-    if (message.interface() == interface || message.interface().isEmpty())
-        return bus.send(answerToCall(message));
-    return false;
+    const bool isPropertyCall = message.interface() == propertiesInterface;
+    if (!isPropertyCall && !message.interface().isEmpty() && message.interface() != interface)
+        return false;
+    const auto answer = isPropertyCall ? answerToPropertyCall(message) : answerToCall(message);
+    return !message.isReplyRequired() || bus.send(answer);
 }
 
 QDBusMessage NotifierItem::answerToPropertyCall(const QDBusMessage& message) const {
+    const QString of = message.arguments().value(0).toString();
+    if (!of.isEmpty() && of != interface)
+        return message.createErrorReply(QDBusError::UnknownInterface, of);
     const QVariantMap all = properties();
     if (message.member() == QLatin1String("GetAll") && message.signature() == u"s")
         return message.createReply(QVariant(all));

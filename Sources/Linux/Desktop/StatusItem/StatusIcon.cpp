@@ -23,7 +23,7 @@ StatusIcon::StatusIcon(std::shared_ptr<NSStatusItem> item, XConnection& connecti
                        std::optional<QDBusConnection> bus)
     : item_(std::move(item)), bus_(std::move(bus)), tray_(connection) {
     if (!bus_) {
-        watcherIsMissing();
+        setHasWatcher(false);
         return;
     }
     menuOnBus_ = std::make_unique<DBusMenu>(*bus_, menuPath, item_->menu());
@@ -31,7 +31,7 @@ StatusIcon::StatusIcon(std::shared_ptr<NSStatusItem> item, XConnection& connecti
                                                      QDBusServiceWatcher::WatchForOwnerChange);
     connect(watcher_.get(), &QDBusServiceWatcher::serviceOwnerChanged, this,
             [this](const QString& /*service*/, const QString& /*before*/, const QString& owner) {
-                owner.isEmpty() ? watcherIsMissing() : watcherCame();
+                setHasWatcher(!owner.isEmpty());
             });
     askForWatcher();
 }
@@ -45,13 +45,17 @@ void StatusIcon::askForWatcher() {
     connect(call, &QDBusPendingCallWatcher::finished, this, [this, call] {
         const QDBusPendingReply<bool> reply = *call;
         call->deleteLater();
-        if (!hasWatcher_)
-            reply.isValid() && reply.value() ? watcherCame() : watcherIsMissing();
+        if (const bool has = reply.isValid() && reply.value(); has != hasWatcher_)
+            setHasWatcher(has);
     });
 }
 
-void StatusIcon::watcherCame() {
-    hasWatcher_ = true;
+void StatusIcon::setHasWatcher(bool hasWatcher) {
+    hasWatcher_ = hasWatcher;
+    hasWatcher ? registerWithWatcher() : lookForTray();
+}
+
+void StatusIcon::registerWithWatcher() {
     tray_.stopWaiting();
     trayIcon_.reset();
     if (notifierItem_ == nullptr)
@@ -60,8 +64,7 @@ void StatusIcon::watcherCame() {
     notifierItem_->registerWithWatcher();
 }
 
-void StatusIcon::watcherIsMissing() {
-    hasWatcher_ = false;
+void StatusIcon::lookForTray() {
     if (tray_.isOwnedElseAwait([this] { showInTray(); }))
         showInTray();
     else
@@ -69,8 +72,8 @@ void StatusIcon::watcherIsMissing() {
 }
 
 void StatusIcon::showInTray() {
-    EventLoop::needWindows([this] {
-        if (hasWatcher_) // meanwhile
+    withWindows([this] {
+        if (hasWatcher_ == true) // meanwhile
             return;
         const auto* image = item_->button()->image().get();
         trayIcon_ = std::make_unique<QSystemTrayIcon>(
@@ -87,7 +90,16 @@ void StatusIcon::showInTray() {
 }
 
 void StatusIcon::openMenu() {
-    EventLoop::needWindows([this] { menuView().widget().popup(QCursor::pos()); });
+    withWindows([this] { menuView().widget().popup(QCursor::pos()); });
+}
+
+/// What the bus told while the loop was replaced may be lost.
+void StatusIcon::withWindows(std::function<void()> task) {
+    EventLoop::needWindows([this, task = std::move(task)] {
+        task();
+        if (bus_)
+            askForWatcher();
+    });
 }
 
 MenuView& StatusIcon::menuView() {

@@ -10,6 +10,7 @@
 #include <QDBusServiceWatcher>
 #include <QSystemTrayIcon>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -24,17 +25,19 @@ public:
 
 private:
     void askForWatcher();
-    void watcherCame();
-    void watcherIsMissing();
+    void setHasWatcher(bool hasWatcher);
+    void registerWithWatcher();
+    void lookForTray();
     void showInTray();
     void openMenu();
+    void withWindows(std::function<void()> task);
     MenuView& menuView();
 
     std::shared_ptr<NSStatusItem> item_;
     std::optional<QDBusConnection> bus_;
     TraySelection tray_;
     std::unique_ptr<QDBusServiceWatcher> watcher_;
-    bool hasWatcher_ = false;
+    std::optional<bool> hasWatcher_; ///< nothing before it is known
 
     std::unique_ptr<DBusMenu> menuOnBus_;
     std::unique_ptr<NotifierItem> notifierItem_;
