@@ -36,6 +36,7 @@ QString text(const QVariant& value) {
     isArray ? argument.beginArray() : argument.beginStructure();
     while (!argument.atEnd())
         parts.push_back(text(argument.asVariant()));
+    isArray ? argument.endArray() : argument.endStructure();
     return (isArray ? u'[' : u'(') + parts.join(u' ') + (isArray ? u']' : u')');
 }
 
