@@ -1,5 +1,5 @@
 # What there is to do with Tessary, each with one command. What they need is installed first.
-.PHONY: help build run test check bench clean
+.PHONY: help build run test check bench screenshots clean
 
 help:
 	@echo "make build   build Tessary: build/release/tessary"
@@ -8,6 +8,7 @@ help:
 	@echo "make test    build and run all tests"
 	@echo "make check   formatting, static analysis, headers, includes, tests with sanitizers"
 	@echo "make bench   build and run the benchmarks"
+	@echo "make screenshots   make the pictures of the preferences in docs/ again"
 	@echo "make clean   delete all that was built"
 
 build:
@@ -31,6 +32,12 @@ check:
 bench:
 	Tools/install-dependencies --bench
 	Tools/bench $(ARGS)
+
+screenshots: build
+	Tools/install-dependencies --screenshots
+	cmake --preset debug
+	cmake --build --preset debug --target screenshots
+	build/debug/screenshots build/release/tessary docs
 
 clean:
 	rm -rf build

@@ -12,6 +12,10 @@ public:
 
     /// False while a check runs, and where the framework is not installed or not set up.
     bool canCheckForUpdates() const;
+
+    /// Whether the updater looks for updates on its own schedule. It keeps the setting itself.
+    bool automaticallyChecksForUpdates() const;
+    void setAutomaticallyChecksForUpdates(bool automaticallyChecks);
 };
 
 /// Owns an updater together with its user interface.

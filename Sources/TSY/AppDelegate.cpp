@@ -37,7 +37,14 @@ void AppDelegate::applicationWillTerminate() {
 
 bool AppDelegate::applicationShouldHandleReopen(NSApplication& /*application*/,
                                                 bool /*hasVisibleWindows*/) {
+    preferences().show();
     return true;
+}
+
+PreferencesWindowController& AppDelegate::preferences() {
+    if (preferences_ == nullptr)
+        preferences_ = PreferencesWindowController::make();
+    return *preferences_;
 }
 
 void AppDelegate::seedConnectedDisplays() {

@@ -4,6 +4,7 @@
 #include "Platform/AppKit/NSMenu.h"
 #include "Platform/AppKit/NSStatusBar.h"
 #include "TSY/Display.h"
+#include "TSY/PreferencesWindowController.h"
 #include "TSY/Slot.h"
 
 #include <memory>
@@ -48,7 +49,8 @@ public:
     void reloadHotkeys();
 
     /// Switches `display`, or the one under the pointer, to its preset. Sounds the alert when there
-    /// is no display, no preset or no such mode, or when the display service refuses.
+    /// is no display, no preset or no such mode, or when the display service refuses. The first
+    /// missing preset of the run also brings up the preferences, where it can be chosen.
     void switchTo(Slot slot, const std::optional<Display>& display);
 
     /// Switches the display that the menu was built for to the slot whose raw value the entry
@@ -59,6 +61,7 @@ public:
     /// entry does nothing; a mode that is gone or refused sounds the alert.
     void applyMode(const NSMenuItem& sender);
 
+    void showPreferences(const NSMenuItem& sender);
     void checkForUpdates();
     void quit();
 
@@ -67,6 +70,10 @@ private:
 
     static void seedConnectedDisplays();
 
+    /// Made by the first call and kept for the rest of the process.
+    PreferencesWindowController& preferences();
+
+    void explainEmptySlot();
     void setUpStatusItem();
     std::shared_ptr<NSMenuItem> slotItem(Slot slot, const Display& display);
     std::shared_ptr<NSMenuItem> allResolutionsItem(const Display& display);
@@ -76,7 +83,9 @@ private:
     NSMenuItem::Action action();
 
     std::shared_ptr<NSStatusItem> statusItem_;
+    std::shared_ptr<PreferencesWindowController> preferences_;
     std::optional<Display> targetDisplay_; ///< that was under the pointer when the menu was built
+    bool hasExplainedEmptySlot_ = false;   ///< in this run
 };
 
 } // namespace tsy

@@ -17,15 +17,6 @@ bool switched(const ModeSpec& spec, CGDirectDisplayID display) {
     return mode && DisplayManager::apply(*mode, display);
 }
 
-bool switched(Slot slot, const std::optional<Display>& display) {
-    if (!display)
-        return false;
-    auto& settings = Settings::shared();
-    settings.seedIfNeeded(*display); // it may have appeared a moment ago
-    const auto preset = settings.spec(slot, display->key);
-    return preset && switched(*preset, display->id);
-}
-
 } // namespace
 
 void AppDelegate::reloadHotkeys() {
@@ -40,8 +31,26 @@ void AppDelegate::reloadHotkeys() {
 }
 
 void AppDelegate::switchTo(Slot slot, const std::optional<Display>& display) {
-    if (!switched(slot, display ? display : DisplayManager::displayUnderPointer()))
+    const auto target = display ? display : DisplayManager::displayUnderPointer();
+    if (!target) {
         NSSound::beep();
+        return;
+    }
+    auto& settings = Settings::shared();
+    settings.seedIfNeeded(*target); // it may have appeared a moment ago
+    const auto preset = settings.spec(slot, target->key);
+    if (!preset)
+        explainEmptySlot();
+    else if (!switched(*preset, target->id))
+        NSSound::beep();
+}
+
+void AppDelegate::explainEmptySlot() {
+    NSSound::beep();
+    if (hasExplainedEmptySlot_)
+        return;
+    hasExplainedEmptySlot_ = true;
+    preferences().show();
 }
 
 void AppDelegate::applySlot(const NSMenuItem& sender) {
@@ -54,6 +63,10 @@ void AppDelegate::applyMode(const NSMenuItem& sender) {
     const auto* selection = sender.representedObject().as<ModeSelection>();
     if (selection != nullptr && !switched(selection->spec, selection->displayID))
         NSSound::beep();
+}
+
+void AppDelegate::showPreferences(const NSMenuItem& /*sender*/) {
+    preferences().show();
 }
 
 void AppDelegate::checkForUpdates() {

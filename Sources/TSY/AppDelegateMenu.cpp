@@ -86,9 +86,8 @@ void AppDelegate::rebuildMenu() {
         menu->addItem(allResolutionsItem(display));
     menu->addItem(NSMenuItem::separatorItem());
 
-    const auto settings = std::make_shared<NSMenuItem>("Settings…", nullptr, ",");
-    settings->setEnabled(false);
-    menu->addItem(settings);
+    menu->addItem(
+        std::make_shared<NSMenuItem>("Settings…", action<&AppDelegate::showPreferences>(), ","));
     const auto updates = std::make_shared<NSMenuItem>("Check for Updates…",
                                                       action<&AppDelegate::checkForUpdates>(), "");
     updates->setEnabled(UpdateController::shared().controller().updater().canCheckForUpdates());

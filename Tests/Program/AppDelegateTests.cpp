@@ -40,8 +40,28 @@ TEST_F(Delegate, LaunchSeedsEachDisplayThenBuildsTheMenuThenRegistersBothShortcu
     EXPECT_EQ(startedUpdaters, 1);
     EXPECT_NE(shownMenu().find("Switch to 1920 × 1080"), std::string::npos)
         << "the first menu shows the presets just seeded";
+}
+
+TEST_F(Delegate, ReopeningShowsThePreferencesAndMakesThemOnlyOnce) {
     EXPECT_TRUE(delegate->applicationShouldHandleReopen(NSApplication::shared(), false));
-    EXPECT_EQ(state.takeLog(), "");
+    EXPECT_EQ(state.takeLog(), "list modes of 1; list modes of 1; list modes of 1; activate; "
+                               "show “Tessary” with style 7; centre");
+    EXPECT_TRUE(delegate->applicationShouldHandleReopen(NSApplication::shared(), true));
+    EXPECT_EQ(state.takeLog(), "list modes of 1; activate");
+}
+
+TEST_F(Delegate, EmptySlotIsExplainedByThePreferencesOncePerRun) {
+    state.displays[0].modes.clear();
+    press(107);
+    EXPECT_EQ(state.takeLog(), "list modes of 1; beep") << "a mode that is gone is no empty slot";
+    state.displays = {{.model = 2, .modes = {}}}; // it has just appeared
+    press(107);
+    EXPECT_EQ(state.takeLog(), "store seeded.10-2-30 = true; list modes of 1; beep; list modes of "
+                               "1; list modes of 1; list modes of 1; activate; "
+                               "show “Tessary” with style 7; centre");
+    state.isWindowInFront = false;
+    press(107);
+    EXPECT_EQ(state.takeLog(), "beep");
 }
 
 TEST_F(Delegate, PressSwitchesTheDisplayUnderThePointerToItsPreset) {
@@ -61,9 +81,6 @@ TEST_F(Delegate, EveryFailureOfAPressIsOneBeep) {
     const std::vector<std::pair<void (*)(), std::string>> rows{ // each stays when the next one comes
         {[] { state.refused = "begin"; }, "list modes of 1; begin; beep"},
         {[] { state.displays[0].modes.clear(); }, "list modes of 1; beep"},
-        {[] { state.defaults["mode.builtin.one"] = NSData{}; }, "beep"},
-        {[] { state.displays = {{.model = 2, .modes = {}}}; }, // it has just appeared
-         "store seeded.10-2-30 = true; list modes of 1; beep"},
         {[] { state.displays.clear(); }, "beep"}};
     // clang-format on
     for (const auto& [arrange, log] : rows) {

@@ -31,7 +31,7 @@ protected:
 };
 
 const std::string commands = "---\n"
-                             "Settings… ⌘, (disabled)\n"
+                             "Settings… ⌘,\n"
                              "Check for Updates…\n"
                              "Quit Tessary ⌘q\n";
 
@@ -70,7 +70,7 @@ TEST_F(Menu, FollowsPointerPresetsShortcutsModesAndUpdater) {
     state.defaults["mode.10-20-30.one"] =
         bytes(R"({"width":1280,"height":720,"isHiDPI":true,"refreshRate":60})");
     const std::string updaterBusy = "---\n"
-                                    "Settings… ⌘, (disabled)\n"
+                                    "Settings… ⌘,\n"
                                     "Check for Updates… (disabled)\n"
                                     "Quit Tessary ⌘q\n";
     EXPECT_EQ(openedMenu(), " <display, template, Tessary>\n"
@@ -103,7 +103,9 @@ TEST_F(Menu, EntriesActOnWhatTheMenuWasBuiltForAndReportOnlyFailures) {
         {"1920 × 1080  120 Hz",
          "list modes of 1; begin; configure 1 to mode 1; complete permanently"},
         {"1280 × 720", "list modes of 2; begin; configure 2 to mode 4; complete permanently"},
-        {"Settings…", ""}, {"Check for Updates…", "check for updates"}, {"Quit Tessary", "terminate"}};
+        {"Settings…", "list modes of 1; list modes of 1; list modes of 1; activate; "
+                      "show “Tessary” with style 7; centre"},
+        {"Check for Updates…", "check for updates"}, {"Quit Tessary", "terminate"}};
     // clang-format on
     for (const auto& [title, log] : rows) {
         choose(title);

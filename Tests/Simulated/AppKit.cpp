@@ -8,6 +8,7 @@ std::vector<NSScreen> NSScreen::screens() { return simulated::state.screens; }
 CGPoint NSEvent::mouseLocation() { return simulated::state.pointer; }
 void NSSound::beep() { simulated::state.note("beep"); }
 void NSApplication::terminate() { simulated::state.note("terminate"); }
+void NSApplication::activateIgnoringOtherApps(bool ignoring) { simulated::state.note(ignoring ? "activate" : "activate politely"); }
 // clang-format on
 
 NSApplication& NSApplication::shared() {

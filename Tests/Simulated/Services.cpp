@@ -27,7 +27,13 @@ std::optional<std::string> SMAppService::register_() { return change("register l
 std::optional<std::string> SMAppService::unregister() { return change("unregister login item", SMAppServiceStatus::notRegistered); }
 void SPUUpdater::checkForUpdates() { state.note("check for updates"); }
 bool SPUUpdater::canCheckForUpdates() const { return !state.isUpdaterBusy; }
+bool SPUUpdater::automaticallyChecksForUpdates() const { return state.checksAutomatically; }
 // clang-format on
+
+void SPUUpdater::setAutomaticallyChecksForUpdates(bool automaticallyChecks) {
+    state.note(automaticallyChecks ? "check automatically" : "check only when told to");
+    state.checksAutomatically = automaticallyChecks;
+}
 
 std::shared_ptr<SPUStandardUpdaterController>
 SPUStandardUpdaterController::initWithStartingUpdater(bool startingUpdater) {

@@ -14,6 +14,8 @@ struct OpaqueEventHotKeyRef : EventHotKeyID {};
 
 struct CGDisplayConfig {};
 
+class NSWindow;
+
 namespace simulated {
 
 struct Display {
@@ -61,6 +63,14 @@ struct State {
     std::shared_ptr<NSStatusItem> statusItem; ///< the last one
     SMAppServiceStatus loginItem = SMAppServiceStatus::notRegistered;
     bool isUpdaterBusy = false;
+    bool checksAutomatically = true; ///< the updater, on its own schedule
+
+    std::weak_ptr<NSWindow> window; ///< the last one
+    bool isWindowInFront = false;
+    bool areKeysWatched = false; ///< by event monitors
+    bool areClicksWatched = false;
+    std::string drawing; ///< what the last view drew
+    std::string drawnText;
 
     bool refuses(std::string_view request) const { return request.starts_with(refused); }
     void note(std::string_view line) { log.append(log.empty() ? "" : "; ").append(line); }

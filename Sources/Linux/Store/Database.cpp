@@ -28,10 +28,12 @@ constexpr const char* schema = R"(
         vendor INTEGER, model INTEGER, serial INTEGER, connector TEXT,
         width INTEGER, height INTEGER, millihertz INTEGER, flags INTEGER,
         PRIMARY KEY(vendor, model, serial, connector));
+    CREATE TABLE IF NOT EXISTS update_settings(key TEXT PRIMARY KEY, value);
     EXPLAIN INSERT INTO defaults(key, value) VALUES('', NULL) ON CONFLICT(key) DO NOTHING;
     EXPLAIN INSERT INTO permanent_modes(
         vendor, model, serial, connector, width, height, millihertz, flags)
         VALUES(0, 0, 0, '', 0, 0, 0, 0) ON CONFLICT(vendor, model, serial, connector) DO NOTHING;
+    EXPLAIN INSERT INTO update_settings(key, value) VALUES('', NULL) ON CONFLICT(key) DO NOTHING;
     COMMIT;
     PRAGMA journal_mode = WAL;
     PRAGMA synchronous = FULL;
@@ -42,6 +44,7 @@ constexpr const char* copy = R"(
     INSERT OR IGNORE INTO main.permanent_modes
         SELECT vendor, model, serial, connector, width, height, millihertz, flags
         FROM source.permanent_modes;
+    INSERT OR IGNORE INTO main.update_settings SELECT key, value FROM source.update_settings;
 )";
 
 /// SQLITE_ERROR is an answer to the statement's text: the tables are not ours.

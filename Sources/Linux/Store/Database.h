@@ -19,6 +19,7 @@ namespace tessary {
 ///
 ///     defaults(key, value)
 ///     permanent_modes(vendor, model, serial, connector, width, height, millihertz, flags)
+///     update_settings(key, value)
 ///
 /// A damaged file is set aside under a new name, and a fresh one takes its place. When the file
 /// cannot be written or made, a copy in memory serves for this run. One that was deleted or

@@ -1,12 +1,14 @@
 #include "Platform/Updates.h"
 
 #include "Linux/RunningProgram.h"
+#include "Linux/Store/Database.h"
 #include "Linux/Updates/UpdateLibrary.h"
 #include "Platform/AppKit/NSSound.h"
 #include "Platform/Foundation.h"
 
 #include <dlfcn.h>
 
+#include <cstdint>
 #include <optional>
 #include <system_error>
 
@@ -60,6 +62,19 @@ void SPUUpdater::checkForUpdates() {
         (*functions())->checkForUpdates();
     else
         NSSound::beep();
+}
+
+bool SPUUpdater::automaticallyChecksForUpdates() const {
+    const auto rows = tessary::Database::shared().query(
+        "SELECT 1 FROM update_settings WHERE key = 'automaticallyChecks' AND value = 1");
+    return rows && !rows->empty();
+}
+
+void SPUUpdater::setAutomaticallyChecksForUpdates(bool automaticallyChecks) {
+    tessary::Database::shared().execute(
+        "INSERT INTO update_settings(key, value) VALUES('automaticallyChecks', ?) "
+        "ON CONFLICT(key) DO UPDATE SET value = excluded.value",
+        {std::int64_t{automaticallyChecks}});
 }
 
 // Nothing starts here: the library comes with the first check and keeps its own schedule.

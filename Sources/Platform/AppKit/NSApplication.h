@@ -40,6 +40,10 @@ public:
     /// reached, or is lost, says so in the log and ends the process with status 1 instead.
     void run();
 
+    /// Makes this the application in front, so that the window that it shows next gets the
+    /// keyboard's focus, also from another application if told so.
+    void activateIgnoringOtherApps(bool ignoringOtherApps);
+
     /// Ends the program in order: the event loop is left soon, the delegate is told, `run` returns.
     void terminate();
 

@@ -2,6 +2,7 @@
 // Main thread only.
 #pragma once
 
+#include "Platform/AppKit/NSEvent.h"
 #include "Platform/AppKit/NSImage.h"
 
 #include <any>
@@ -14,9 +15,6 @@
 #include <vector>
 
 class NSMenu;
-
-/// The modifier keys of a key equivalent, in the positions of the event modifier flags.
-using NSEventModifierFlags = std::uint64_t;
 
 enum class NSControlStateValue { off, on };
 

@@ -14,11 +14,19 @@ namespace desktop {
 
 /// Keys of a PC keyboard, as X numbers them.
 namespace keys {
+inline constexpr std::uint8_t escape = 9;
+inline constexpr std::uint8_t backspace = 22;
+inline constexpr std::uint8_t tab = 23;
+inline constexpr std::uint8_t d = 40;
+inline constexpr std::uint8_t k = 45;
 inline constexpr std::uint8_t shift = 50;
+inline constexpr std::uint8_t space = 65;
 inline constexpr std::uint8_t capsLock = 66;
 inline constexpr std::uint8_t numLock = 77;
 inline constexpr std::uint8_t scrollLock = 78;
+inline constexpr std::uint8_t down = 116;
 inline constexpr std::uint8_t pause = 127;
+inline constexpr std::uint8_t super = 133;
 inline constexpr std::uint8_t f14 = 192;
 inline constexpr std::uint8_t f15 = 193;
 } // namespace keys

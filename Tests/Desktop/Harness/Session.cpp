@@ -82,6 +82,10 @@ XServer::XServer(const Home& home)
     if (!number)
         fail("no X server has started", process_);
     display_ = ":" + *number;
+    // Without devices the server takes the keymap of its beginnings for granted.
+    ChildProcess(
+        {"setxkbmap", "-display", display_, "-rules", "evdev", "-model", "pc105", "-layout", "us"})
+        .wait();
 }
 
 void XServer::xrandr(const Words& arguments) const {

@@ -35,7 +35,7 @@ bool Tray::opensMenuOf(const std::string& program, Client& client) const {
             return place.has_value();
         });
     };
-    if (!shows(WindowKind::icon))
+    if (!shows(WindowKind::framed))
         return false;
     client.movePointer(place->x + place->width / 2, place->y + place->height / 2);
     client.click();

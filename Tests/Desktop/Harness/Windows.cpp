@@ -2,7 +2,10 @@
 
 #include <QImage>
 
+#include <algorithm>
+#include <array>
 #include <cstdlib>
+#include <iterator>
 #include <memory>
 #include <span>
 #include <stdexcept>
@@ -57,7 +60,39 @@ bool isShown(xcb_connection_t* x, xcb_window_t window, WindowKind kind) {
     const Reply<xcb_get_window_attributes_reply_t> attributes(
         xcb_get_window_attributes_reply(x, xcb_get_window_attributes(x, window), nullptr));
     return attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE &&
-           (kind == WindowKind::icon || attributes->override_redirect != 0);
+           (kind == WindowKind::framed || attributes->override_redirect != 0);
+}
+
+/// None when there is no such window.
+xcb_window_t find(const Client& client, WindowKind kind, const std::string& program) {
+    auto* x = client.connection();
+    const auto topLevel = childrenOf(x, client.root());
+    for (const xcb_window_t window : kind == WindowKind::framed ? below(x, topLevel) : topLevel)
+        if (belongsTo(x, window, program) && isShown(x, window, kind))
+            return window;
+    return XCB_NONE;
+}
+
+xcb_atom_t atomNamed(xcb_connection_t* x, const std::string& name) {
+    const Reply<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(
+        x, xcb_intern_atom(x, 0, static_cast<std::uint16_t>(name.size()), name.data()), nullptr));
+    return atom ? atom->atom : xcb_atom_t{XCB_ATOM_NONE};
+}
+
+/// Sends the window manager a message about the framed window of `program`.
+void tellWindowManager(const Client& client, const std::string& program, const std::string& message,
+                       const std::array<std::uint32_t, 5>& data) {
+    auto* x = client.connection();
+    xcb_client_message_event_t event{};
+    event.response_type = XCB_CLIENT_MESSAGE;
+    event.format = 32;
+    event.window = find(client, WindowKind::framed, program);
+    event.type = atomNamed(x, message);
+    std::ranges::copy(data, std::begin(event.data.data32));
+    xcb_send_event(x, 0, client.root(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                   reinterpret_cast<const char*>(&event));
+    xcb_flush(x);
 }
 
 std::optional<WindowPlace> placeOf(xcb_connection_t* x, xcb_window_t window, xcb_window_t root) {
@@ -74,24 +109,41 @@ std::optional<WindowPlace> placeOf(xcb_connection_t* x, xcb_window_t window, xcb
 
 std::optional<WindowPlace> visibleWindow(const Client& client, WindowKind kind,
                                          const std::string& program) {
-    auto* x = client.connection();
-    const auto topLevel = childrenOf(x, client.root());
-    for (const xcb_window_t window : kind == WindowKind::icon ? below(x, topLevel) : topLevel)
-        if (belongsTo(x, window, program) && isShown(x, window, kind))
-            return placeOf(x, window, client.root());
-    return std::nullopt;
+    const xcb_window_t window = find(client, kind, program);
+    return window != XCB_NONE ? placeOf(client.connection(), window, client.root()) : std::nullopt;
 }
 
-void saveScreenshot(const Client& client, const std::filesystem::path& file) {
+bool hasFocus(const Client& client, const std::string& program) {
     auto* x = client.connection();
-    const auto place = placeOf(x, client.root(), client.root()).value_or(WindowPlace{});
+    const Reply<xcb_get_input_focus_reply_t> focus(
+        xcb_get_input_focus_reply(x, xcb_get_input_focus(x), nullptr));
+    return focus && belongsTo(x, focus->focus, program);
+}
+
+void closeWindow(const Client& client, const std::string& program) {
+    tellWindowManager(client, program, "_NET_CLOSE_WINDOW", {XCB_CURRENT_TIME, 2});
+}
+
+void moveWindow(const Client& client, const std::string& program, int x, int y) {
+    constexpr std::uint32_t xAndYFromAPager = 1U << 8U | 1U << 9U | 2U << 12U;
+    tellWindowManager(
+        client, program, "_NET_MOVERESIZE_WINDOW",
+        {xAndYFromAPager, static_cast<std::uint32_t>(x), static_cast<std::uint32_t>(y), 0, 0});
+}
+
+void saveScreenshot(const Client& client, const std::filesystem::path& file,
+                    std::optional<WindowPlace> part) {
+    auto* x = client.connection();
+    const auto place =
+        part ? *part : placeOf(x, client.root(), client.root()).value_or(WindowPlace{});
     constexpr std::uint32_t allPlanes = ~0U;
-    const Reply<xcb_get_image_reply_t> picture(
-        xcb_get_image_reply(x,
-                            xcb_get_image(x, XCB_IMAGE_FORMAT_Z_PIXMAP, client.root(), 0, 0,
-                                          static_cast<std::uint16_t>(place.width),
-                                          static_cast<std::uint16_t>(place.height), allPlanes),
-                            nullptr));
+    const Reply<xcb_get_image_reply_t> picture(xcb_get_image_reply(
+        x,
+        xcb_get_image(x, XCB_IMAGE_FORMAT_Z_PIXMAP, client.root(),
+                      static_cast<std::int16_t>(place.x), static_cast<std::int16_t>(place.y),
+                      static_cast<std::uint16_t>(place.width),
+                      static_cast<std::uint16_t>(place.height), allPlanes),
+        nullptr));
     const QImage image = picture ? QImage(xcb_get_image_data(picture.get()), place.width,
                                           place.height, QImage::Format_RGB32)
                                  : QImage();

@@ -20,15 +20,25 @@ struct WindowPlace {
 };
 
 enum class WindowKind {
-    icon,  ///< stands inside another program's window, as status icons in an X tray do
-    popup, ///< stands above all without a frame, as menus do
+    framed, ///< stands inside another program's window: a tray's icon, or a window with decorations
+    popup,  ///< stands above all without a frame, as menus do
 };
 
 /// The first window of this kind that can be seen and whose WM_CLASS names `program`.
 std::optional<WindowPlace> visibleWindow(const Client& client, WindowKind kind,
                                          const std::string& program);
 
-/// Writes what the whole screen shows as a PNG file. Throws when that fails.
-void saveScreenshot(const Client& client, const std::filesystem::path& file);
+/// Whether a window whose WM_CLASS names `program` has the keyboard's focus.
+bool hasFocus(const Client& client, const std::string& program);
+
+/// Asks the window manager to close the framed window of `program`, as its close button does.
+void closeWindow(const Client& client, const std::string& program);
+
+/// Asks the window manager to move the framed window of `program` to this place of its frame.
+void moveWindow(const Client& client, const std::string& program, int x, int y);
+
+/// Writes what the screen shows, or a part of it, as a PNG file. Throws when that fails.
+void saveScreenshot(const Client& client, const std::filesystem::path& file,
+                    std::optional<WindowPlace> part = {});
 
 } // namespace desktop

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "Linux/Desktop/Events/KeyboardGrab.h"
+
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QObject>
+
+#include <set>
+
+namespace tessary {
+
+/// Shows the events of our windows to the program's monitors before the toolkit acts on them. Looks
+/// on only while there is a monitor, and until the keys whose press a monitor has swallowed are up
+/// and another one goes down.
+class EventFilter : public QObject {
+public:
+    /// Belongs to the application.
+    explicit EventFilter(QGuiApplication& application);
+
+    /// To be called when a monitor was added or removed.
+    void monitorsChanged();
+
+    bool eventFilter(QObject* receiver, QEvent* event) override;
+
+private:
+    struct Release {
+        quint32 key = 0; ///< X key code
+        quint64 time = 0;
+        bool wasSwallowed = false;
+    };
+
+    bool swallows(QWindow& window, QEvent& event);
+    bool swallowsKey(QKeyEvent& event);
+    bool swallowsPress(const QKeyEvent& event);
+    bool swallowsRelease(const QKeyEvent& event);
+    bool isTaken(const QKeyEvent& event) const;
+    bool isRepetition(const QKeyEvent& event) const;
+    void focusChanged(QWindow* window);
+
+    QGuiApplication& application_;
+    KeyboardGrab grab_;
+    std::set<quint32> swallowed_; ///< X key codes that are down
+    Release lastRelease_;
+};
+
+} // namespace tessary

@@ -1,0 +1,20 @@
+#include "Linux/Desktop/Events/MouseEvents.h"
+
+#include "Linux/Desktop/Events/KeyEvents.h"
+#include "Linux/Desktop/Windows/WindowWidget.h"
+
+namespace tessary {
+
+// The middle of the pixel, so that its top row lies within a view and the row below does not.
+NSEvent mouseEvent(NSEventType type, const QWidget& window, const QPointF& position,
+                   Qt::KeyboardModifiers modifiers) {
+    const double halfPixel = 0.5 / window.devicePixelRatioF();
+    NSEvent event;
+    event.type = type;
+    event.modifierFlags = modifierFlags(modifiers);
+    event.window = windowOf(window);
+    event.locationInWindow = {position.x(), window.height() - position.y() - halfPixel};
+    return event;
+}
+
+} // namespace tessary

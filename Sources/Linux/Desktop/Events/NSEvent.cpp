@@ -1,0 +1,15 @@
+#include "Platform/AppKit/NSEvent.h"
+#include "Linux/Desktop/Events/EventFilter.h"
+
+#include <QPointer>
+
+// Events of our windows come with a loop that has windows, so before that there is nothing to see.
+void NSEventMonitorsChanged() {
+    static QPointer<tessary::EventFilter> filter; // gone with its application
+    auto* application = qobject_cast<QGuiApplication*>(QCoreApplication::instance());
+    if (application == nullptr)
+        return;
+    if (filter == nullptr)
+        filter = new tessary::EventFilter(*application);
+    filter->monitorsChanged();
+}

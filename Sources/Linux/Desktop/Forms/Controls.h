@@ -1,0 +1,80 @@
+// What the user operates in a form. Their callbacks are called for what the user does, never for
+// what a newer form sets.
+#pragma once
+
+#include "Linux/Desktop/Forms/TextLabel.h"
+#include "Platform/Forms.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QPushButton>
+
+#include <cstddef>
+#include <optional>
+#include <vector>
+
+namespace tessary {
+
+/// The list's button of a picker.
+class PickerBox : public QComboBox {
+public:
+    explicit PickerBox(QWidget* parent = nullptr);
+
+    void setMinimum(int width);
+
+    /// Changes only what differs, as the list may be open.
+    void setEntries(const std::vector<Forms::PickerEntry>& entries);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    void wheelEvent(QWheelEvent* event) override;
+
+private:
+    void setEntry(int index, const Forms::PickerEntry& entry);
+
+    int minimum_ = 0;
+};
+
+class PickerWidget : public QWidget {
+public:
+    explicit PickerWidget(QWidget* parent = nullptr);
+
+    void render(const Forms::Picker& picker, const QString& rowLabel);
+
+private:
+    void renderLabel(const Forms::Picker& picker, const QString& rowLabel);
+    void choose(std::size_t entry);
+
+    TextLabel label_{this};
+    PickerBox box_{this};
+    QHBoxLayout layout_{this};
+    std::optional<std::size_t> selected_;
+    std::function<void(std::size_t)> select_;
+};
+
+class ToggleWidget : public QCheckBox {
+public:
+    explicit ToggleWidget(QWidget* parent = nullptr);
+
+    void render(const Forms::Toggle& toggle, const QString& rowLabel);
+
+private:
+    std::function<void(bool)> setOn_;
+};
+
+class ButtonWidget : public QPushButton {
+public:
+    explicit ButtonWidget(QWidget* parent = nullptr);
+
+    void render(const Forms::Button& button, const QString& rowLabel);
+
+    QSize sizeHint() const override;
+
+private:
+    std::function<void()> action_;
+};
+
+} // namespace tessary

@@ -1,0 +1,29 @@
+// The texts of a form. All of them are plain: nothing in them is markup or a mnemonic.
+#pragma once
+
+#include "Platform/Forms.h"
+
+#include <QFont>
+#include <QString>
+
+#include <string>
+
+namespace tessary {
+
+/// The translation of an English text; the text itself where there is none.
+QString localized(const std::string& english);
+
+/// What the user reads.
+QString wordsOf(const Forms::Text& text);
+QString wordsOf(const Forms::FormattedText& text);
+
+/// What a label says, in one line; empty when there are no texts in it.
+QString wordsOf(const Forms::View& view);
+
+/// For widgets that would take "&" as the mark of a mnemonic.
+QString withoutMnemonic(QString text);
+
+/// The font of footnotes and of small controls.
+QFont smaller(QFont font);
+
+} // namespace tessary

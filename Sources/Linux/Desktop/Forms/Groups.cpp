@@ -1,0 +1,103 @@
+#include "Linux/Desktop/Forms/Groups.h"
+
+#include "Linux/Desktop/Forms/FormText.h"
+#include "Linux/Desktop/Forms/Rendering.h"
+#include "Linux/Desktop/SymbolIcon.h"
+#include "Linux/Desktop/Views/Colours.h"
+#include "Linux/Desktop/Views/ViewWidget.h"
+
+#include <QPainter>
+
+#include <algorithm>
+
+namespace tessary {
+
+namespace {
+
+constexpr int betweenSymbolAndTitle = 6;
+constexpr int symbolSize = 16;
+constexpr int betweenLabelAndContent = 12;
+constexpr int toolkitsOwn = -1; // spacing of a QBoxLayout that follows the style
+
+} // namespace
+
+StackWidget::StackWidget(QWidget* parent) : QWidget(parent) {}
+
+void StackWidget::render(const Forms::Stack& stack, const QString& rowLabel) {
+    layout_.setDirection(stack.axis == Forms::Axis::horizontal ? QBoxLayout::LeftToRight
+                                                               : QBoxLayout::TopToBottom);
+    layout_.setSpacing(stack.spacing ? static_cast<int>(*stack.spacing) : toolkitsOwn);
+    layout_.setContentsMargins(0, static_cast<int>(stack.topPadding), 0, 0);
+    renderAll(layout_, stack.views, rowLabel);
+    updateGeometry(); // tells the layout around, which is measured before the next event
+}
+
+SymbolWidget::SymbolWidget(QWidget* parent) : QWidget(parent) {
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+void SymbolWidget::setIcon(const QIcon& icon) {
+    icon_ = icon;
+    setFixedSize(symbolSize, std::max(symbolSize, fontMetrics().height()));
+    update();
+}
+
+/// Drawn anew each time, so that it is sharp on a screen of any density.
+void SymbolWidget::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    icon_.paint(&painter, rect());
+}
+
+LabelWidget::LabelWidget(QWidget* parent) : QWidget(parent) {
+    layout_.setContentsMargins(0, 0, 0, 0);
+    layout_.setSpacing(betweenSymbolAndTitle);
+    layout_.addWidget(&symbol_, 0, Qt::AlignTop);
+}
+
+void LabelWidget::render(const Forms::Label& label, const QString& rowLabel) {
+    const QColor colour = label.imageColor ? colourOf(*label.imageColor, palette())
+                                           : palette().color(QPalette::WindowText);
+    symbol_.setIcon(symbolIcon(label.systemImage, colour));
+    renderAt(layout_, 1, label.title.front(), rowLabel);
+    layout_.setStretch(1, 1);
+    updateGeometry();
+}
+
+LabeledContentWidget::LabeledContentWidget(QWidget* parent) : QWidget(parent) {
+    layout_.setContentsMargins(0, 0, 0, 0);
+    layout_.setSpacing(betweenLabelAndContent);
+}
+
+void LabeledContentWidget::render(const Forms::LabeledContent& row, const QString& /*rowLabel*/) {
+    renderAt(layout_, 0, row.label.front(), QString());
+    renderAt(layout_, 1, row.content.front(), wordsOf(row.label.front()));
+    const bool fillsRow = layout_.itemAt(1)->expandingDirections().testFlag(Qt::Horizontal);
+    layout_.setStretch(0, fillsRow ? 0 : 1); // the content ends at the trailing edge
+    updateGeometry();
+}
+
+SpacerWidget::SpacerWidget(QWidget* parent) : QWidget(parent) {
+    QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    policy.setHorizontalStretch(1);
+    policy.setVerticalStretch(1);
+    setSizePolicy(policy);
+}
+
+HostedViewWidget::HostedViewWidget(QWidget* parent) : QWidget(parent) {
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    layout_.setContentsMargins(0, 0, 0, 0);
+}
+
+void HostedViewWidget::render(const Forms::HostedView& hosted, const QString& rowLabel) {
+    if (view_ == nullptr) {
+        view_ = hosted.make();
+        widget_ = widgetOf(view_, this);
+        layout_.addWidget(widget_);
+        widget_->show();
+    }
+    hosted.update(view_);
+    widget_->setAccessibleName(rowLabel);
+    updateGeometry();
+}
+
+} // namespace tessary

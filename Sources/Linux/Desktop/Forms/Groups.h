@@ -1,0 +1,78 @@
+// What arranges other views, or hosts one of the program's own.
+#pragma once
+
+#include "Platform/Forms.h"
+
+#include <QBoxLayout>
+#include <QIcon>
+#include <QWidget>
+
+#include <memory>
+
+namespace tessary {
+
+class StackWidget : public QWidget {
+public:
+    explicit StackWidget(QWidget* parent = nullptr);
+
+    void render(const Forms::Stack& stack, const QString& rowLabel);
+
+private:
+    QBoxLayout layout_{QBoxLayout::LeftToRight, this};
+};
+
+/// A symbol, as tall as a line of text.
+class SymbolWidget : public QWidget {
+public:
+    explicit SymbolWidget(QWidget* parent = nullptr);
+
+    void setIcon(const QIcon& icon);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QIcon icon_;
+};
+
+class LabelWidget : public QWidget {
+public:
+    explicit LabelWidget(QWidget* parent = nullptr);
+
+    void render(const Forms::Label& label, const QString& rowLabel);
+
+private:
+    SymbolWidget symbol_{this};
+    QBoxLayout layout_{QBoxLayout::LeftToRight, this};
+};
+
+class LabeledContentWidget : public QWidget {
+public:
+    explicit LabeledContentWidget(QWidget* parent = nullptr);
+
+    void render(const Forms::LabeledContent& row, const QString& rowLabel);
+
+private:
+    QBoxLayout layout_{QBoxLayout::LeftToRight, this};
+};
+
+class SpacerWidget : public QWidget {
+public:
+    explicit SpacerWidget(QWidget* parent = nullptr);
+
+    void render(const Forms::Spacer& /*spacer*/, const QString& /*rowLabel*/) {}
+};
+
+class HostedViewWidget : public QWidget {
+public:
+    explicit HostedViewWidget(QWidget* parent = nullptr);
+
+    void render(const Forms::HostedView& hosted, const QString& rowLabel);
+
+private:
+    std::shared_ptr<NSView> view_;
+    QWidget* widget_ = nullptr;
+    QBoxLayout layout_{QBoxLayout::LeftToRight, this};
+};
+
+} // namespace tessary

@@ -1,0 +1,39 @@
+#include "Linux/Desktop/Forms/TextLabel.h"
+
+#include "Linux/Desktop/Forms/FormText.h"
+
+#include <array>
+
+namespace tessary {
+
+TextLabel::TextLabel(QWidget* parent) : QLabel(parent) {
+    setTextFormat(Qt::PlainText);
+    setWordWrap(true);
+}
+
+void TextLabel::render(const Forms::Text& text, const QString& /*rowLabel*/) {
+    setStyle(text.font, text.style);
+    setText(wordsOf(text));
+}
+
+void TextLabel::render(const Forms::FormattedText& text, const QString& /*rowLabel*/) {
+    setStyle(text.text.font, text.text.style);
+    setText(wordsOf(text));
+}
+
+void TextLabel::setStyle(Forms::Font font, Forms::ForegroundStyle style) {
+    constexpr std::array opacities{1.0, 0.7, 0.5}; // primary, secondary, tertiary
+    QFont own = parentWidget()->font();
+    if (font == Forms::Font::caption)
+        own = smaller(own);
+    own.setBold(isBold_);
+    setFont(own);
+    QColor colour = parentWidget()->palette().color(QPalette::WindowText);
+    colour.setAlphaF(colour.alphaF() *
+                     static_cast<float>(opacities.at(static_cast<std::size_t>(style))));
+    QPalette shades;
+    shades.setColor(QPalette::WindowText, colour);
+    setPalette(shades);
+}
+
+} // namespace tessary

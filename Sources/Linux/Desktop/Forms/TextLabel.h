@@ -1,0 +1,25 @@
+#pragma once
+
+#include "Platform/Forms.h"
+
+#include <QLabel>
+
+namespace tessary {
+
+/// A piece of text that is broken into lines where it is too long.
+class TextLabel : public QLabel {
+public:
+    explicit TextLabel(QWidget* parent = nullptr);
+
+    void setBold(bool isBold) { isBold_ = isBold; }
+
+    void render(const Forms::Text& text, const QString& rowLabel = QString());
+    void render(const Forms::FormattedText& text, const QString& rowLabel = QString());
+
+private:
+    void setStyle(Forms::Font font, Forms::ForegroundStyle style);
+
+    bool isBold_ = false;
+};
+
+} // namespace tessary

@@ -1,0 +1,103 @@
+#include "Linux/Desktop/Views/ViewWidget.h"
+
+#include "Linux/Desktop/Events/MouseEvents.h"
+#include "Linux/Desktop/Views/DrawingContext.h"
+#include "Linux/Desktop/Views/ViewAccessible.h"
+#include "Linux/Desktop/Views/ViewPeer.h"
+
+#include <QAccessible>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPaintEvent>
+#include <QStyle>
+#include <QStyleOptionFocusRect>
+
+#include <utility>
+
+namespace tessary {
+
+QWidget* widgetOf(const std::shared_ptr<NSView>& view, QWidget* parent) {
+    installViewAccessible();
+    auto* widget = new ViewWidget(view, parent);
+    view->peer().widget = widget;
+    return widget;
+}
+
+QWidget* existingWidget(const NSView& view) {
+    return view.peer().widget;
+}
+
+// Input methods stay off, as they are in a plain widget: a view that waits for keys gets all.
+ViewWidget::ViewWidget(std::shared_ptr<NSView> view, QWidget* parent)
+    : QWidget(parent), view_(std::move(view)) {
+    const auto [width, height] = view_->intrinsicContentSize();
+    setFixedSize(qCeil(width), qCeil(height));
+    setFocusPolicy(view_->acceptsFirstResponder() ? Qt::StrongFocus : Qt::NoFocus);
+}
+
+void ViewWidget::click() {
+    const auto view = view_; // what it does may end this widget
+    const QPointF middle = mapTo(window(), QRectF(rect()).center());
+    view->mouseDown(mouseEvent(NSEventType::leftMouseDown, *window(), middle, {}));
+}
+
+void ViewWidget::paintEvent(QPaintEvent* event) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    {
+        DrawingContext context(painter, *this);
+        const QRect dirty = event->rect();
+        view_->draw({{double(dirty.x()), double(height() - dirty.y() - dirty.height())},
+                     {double(dirty.width()), double(dirty.height())}});
+        setTexts(context.texts());
+    }
+    if (hasFocus() && showsFocus_)
+        drawFocusRing(painter);
+}
+
+void ViewWidget::setTexts(const QString& texts) {
+    if (std::exchange(texts_, texts) == texts)
+        return;
+    QAccessibleEvent event(this, QAccessible::DescriptionChanged);
+    QAccessible::updateAccessibility(&event);
+}
+
+void ViewWidget::drawFocusRing(QPainter& painter) {
+    QStyleOptionFocusRect option;
+    option.initFrom(this);
+    option.state |= QStyle::State_KeyboardFocusChange; // without it some styles draw nothing
+    option.rect.adjust(2, 2, -2, -2); // within the line that views draw around themselves
+    option.backgroundColor = palette().color(QPalette::Base);
+    style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
+}
+
+void ViewWidget::mousePressEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton) {
+        event->ignore();
+        return;
+    }
+    const auto view = view_;
+    const NSEvent click = mouseEvent(NSEventType::leftMouseDown, *window(), event->scenePosition(),
+                                     event->modifiers());
+    if (isActiveWindow() || view->acceptsFirstMouse(click))
+        view->mouseDown(click);
+}
+
+void ViewWidget::keyPressEvent(QKeyEvent* event) {
+    const bool activates = event->key() == Qt::Key_Space || event->key() == Qt::Key_Return ||
+                           event->key() == Qt::Key_Enter;
+    if (!activates)
+        event->ignore();
+    else if (!event->isAutoRepeat())
+        click();
+}
+
+void ViewWidget::focusInEvent(QFocusEvent* event) {
+    const Qt::FocusReason reason = event->reason();
+    if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)
+        showsFocus_ = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
+                      reason == Qt::ShortcutFocusReason;
+    QWidget::focusInEvent(event);
+}
+
+} // namespace tessary

@@ -1,0 +1,86 @@
+#include "Linux/Desktop/Windows/WindowManager.h"
+
+#include "Linux/X11/Reply.h"
+
+#include <QGuiApplication>
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+#include <xcb/xcb.h>
+
+namespace tessary {
+
+namespace {
+
+/// Panels, which carry the user's wishes; applications may be refused.
+constexpr std::uint32_t fromPanel = 2;
+
+/// The toolkit's connection: a request must not arrive before the window that it is about.
+xcb_connection_t* connection() {
+    const auto* x = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    return x != nullptr ? x->connection() : nullptr;
+}
+
+xcb_window_t rootOf(xcb_connection_t* x, xcb_window_t window) {
+    const XReply<xcb_get_geometry_reply_t> reply(
+        xcb_get_geometry_reply(x, xcb_get_geometry(x, window), nullptr));
+    return reply ? reply->root : xcb_window_t{XCB_NONE};
+}
+
+xcb_atom_t atomNamed(xcb_connection_t* x, std::string_view name) {
+    const auto request =
+        xcb_intern_atom(x, 0, static_cast<std::uint16_t>(name.size()), name.data());
+    const XReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(x, request, nullptr));
+    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+}
+
+std::optional<std::uint32_t> number(xcb_connection_t* x, xcb_window_t window,
+                                    std::string_view property) {
+    const auto request =
+        xcb_get_property(x, 0, window, atomNamed(x, property), XCB_ATOM_CARDINAL, 0, 1);
+    const XReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(x, request, nullptr));
+    if (!reply || reply->format != 32 || reply->value_len != 1)
+        return std::nullopt;
+    return *static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
+}
+
+void send(xcb_connection_t* x, xcb_window_t window, std::string_view type, std::uint32_t first,
+          std::uint32_t second) {
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = window;
+    message.type = atomNamed(x, type);
+    message.data.data32[0] = first;
+    message.data.data32[1] = second;
+    xcb_send_event(x, 0, rootOf(x, window),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                   reinterpret_cast<const char*>(&message));
+    xcb_flush(x);
+}
+
+} // namespace
+
+void moveToCurrentDesktop(const QWidget& window) {
+    constexpr std::uint32_t allDesktops = ~0U;
+    auto* x = connection();
+    if (x == nullptr)
+        return;
+    const auto id = static_cast<xcb_window_t>(window.winId());
+    const auto own = number(x, id, "_NET_WM_DESKTOP");
+    const auto current = number(x, rootOf(x, id), "_NET_CURRENT_DESKTOP");
+    if (own && current && own != current && own != allDesktops)
+        send(x, id, "_NET_WM_DESKTOP", *current, fromPanel);
+}
+
+// The time of the user's last action, which an application would have to tell here, is that of a
+// click into the panel, which the toolkit has not seen.
+void takeFocus(const QWidget& window) {
+    if (auto* x = connection())
+        send(x, static_cast<xcb_window_t>(window.winId()), "_NET_ACTIVE_WINDOW", fromPanel,
+             XCB_CURRENT_TIME);
+}
+
+} // namespace tessary

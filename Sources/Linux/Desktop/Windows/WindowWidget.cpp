@@ -1,0 +1,91 @@
+#include "Linux/Desktop/Windows/WindowWidget.h"
+
+#include "Linux/Desktop/SymbolIcon.h"
+#include "Linux/Desktop/Windows/WindowManager.h"
+
+#include <QCloseEvent>
+#include <QCursor>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QVBoxLayout>
+
+namespace tessary {
+
+namespace {
+
+Qt::WindowFlags flagsOf(unsigned styleMask) {
+    Qt::WindowFlags flags = Qt::Window | Qt::CustomizeWindowHint;
+    if ((styleMask & NSWindowStyleMaskTitled) != 0)
+        flags |= Qt::WindowTitleHint | Qt::WindowSystemMenuHint;
+    if ((styleMask & NSWindowStyleMaskClosable) != 0)
+        flags |= Qt::WindowCloseButtonHint;
+    if ((styleMask & NSWindowStyleMaskMiniaturizable) != 0)
+        flags |= Qt::WindowMinimizeButtonHint;
+    return flags;
+}
+
+} // namespace
+
+std::shared_ptr<NSWindow> windowOf(const QWidget& widget) {
+    const auto* window = dynamic_cast<const WindowWidget*>(widget.window());
+    return window != nullptr ? window->window() : nullptr;
+}
+
+WindowWidget::WindowWidget(const std::shared_ptr<NSWindow>& window)
+    : QWidget(nullptr, flagsOf(window->styleMask())), window_(window) {
+    setWindowTitle(QString::fromStdString(window->title()));
+    setWindowIcon(QIcon::fromTheme(QStringLiteral("org.tessary.Tessary"), symbolIcon("display")));
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSizeConstraint(QLayout::SetFixedSize);
+    layout->addWidget(&form_);
+    window->contentViewController()->setRenderer(
+        [this](const Forms::Form& form) { form_.render(form); });
+}
+
+WindowWidget::~WindowWidget() {
+    if (const auto owner = window_.lock())
+        owner->contentViewController()->setRenderer(nullptr);
+}
+
+void WindowWidget::center() {
+    const QScreen* ours = windowHandle() != nullptr ? screen() : nullptr;
+    const QScreen* shown = ours != nullptr ? ours : QGuiApplication::screenAt(QCursor::pos());
+    layout()->activate(); // for the size
+    QRect frame = frameGeometry();
+    frame.moveCenter((shown != nullptr ? shown : screen())->availableGeometry().center());
+    move(frame.topLeft());
+}
+
+void WindowWidget::bringToFront(bool ignoringOtherApps) {
+    if (!isVisible())
+        restorePosition();
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    moveToCurrentDesktop(*this);
+    raise();
+    activateWindow();
+    if (ignoringOtherApps)
+        takeFocus(*this);
+}
+
+/// A window manager places a window anew that comes back, unless it is told where. The screen may
+/// be gone in the meantime.
+void WindowWidget::restorePosition() {
+    if (!framePosition_)
+        return;
+    move(*framePosition_);
+    if (QGuiApplication::screenAt(frameGeometry().center()) == nullptr)
+        center();
+}
+
+void WindowWidget::closeEvent(QCloseEvent* event) {
+    const auto owner = window_.lock();
+    if (const auto delegate = owner != nullptr ? owner->delegate() : nullptr)
+        delegate->windowWillClose();
+    framePosition_ = pos();
+    setAttribute(Qt::WA_DeleteOnClose, owner == nullptr || owner->isReleasedWhenClosed());
+    event->accept();
+}
+
+} // namespace tessary

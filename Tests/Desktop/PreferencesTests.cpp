@@ -1,0 +1,165 @@
+// The preferences window under a window manager, used by keyboard as somebody would who has no
+// mouse.
+#include "Desktop/Desktop.h"
+#include "Desktop/Harness/Panel.h"
+#include "Desktop/Harness/Windows.h"
+
+namespace desktop {
+namespace {
+
+constexpr std::uint16_t super = XCB_MOD_MASK_4;
+
+class Preferences : public Desktop {
+protected:
+    Words programOnBus() const {
+        return home_.commandOn(server_.display(), {bus_.environment(), TESSARY_PROGRAM});
+    }
+
+    void SetUp() override {
+        ASSERT_TRUE(isReady());
+        ASSERT_TRUE(panel_.hasIcon());
+        client_.movePointer(640, 300);
+        panel_.openedMenu();
+        panel_.choose("Settings…");
+        ASSERT_TRUE(isOpen());
+    }
+
+    bool isOpen() {
+        return client_.waitUntil([this] { return hasFocus(client_, "tessary"); });
+    }
+
+    std::optional<WindowPlace> place() const {
+        return visibleWindow(client_, WindowKind::framed, "tessary");
+    }
+
+    bool closes() {
+        closeWindow(client_, "tessary");
+        return client_.waitUntil([this] { return !place(); });
+    }
+
+    /// The controls in the order in which the Tab key reaches them.
+    enum Control { display, modeOne, shortcutOne, modeTwo, shortcutTwo, login, automatic };
+
+    void focus(Control control) {
+        for (; focused_ != control; focused_ = (focused_ + 1) % controls)
+            client_.tap(keys::tab);
+    }
+
+    /// Begins to record; the hot keys are free then.
+    bool records(Control field) {
+        focus(field);
+        client_.tap(keys::space);
+        return client_.waitUntil([this] { return !client_.isGrabbed(keys::f15); });
+    }
+
+    void tapWithSuper(std::uint8_t key) {
+        client_.press(keys::super);
+        client_.tap(key);
+        client_.release(keys::super);
+    }
+
+    std::string settingOnce(const std::string& key, const std::string& expected) {
+        client_.waitUntil([&] { return home_.settings()[key] == expected; });
+        return home_.settings()[key];
+    }
+
+    static constexpr int controls = 9; // the two buttons behind those above
+
+    Bus bus_;
+    Panel panel_{bus_};
+    ChildProcess windowManager_{home_.commandOn(server_.display(), {"openbox"})};
+    ChildProcess tessary_{programOnBus()};
+    int focused_ = display;
+};
+
+TEST_F(Preferences, StandWhereTheyWereLeftAndASecondStartBringsThemToTheFront) {
+    moveWindow(client_, "tessary", 100, 200);
+    const auto isMoved = [this] { return place() && place()->x < 130 && place()->x >= 100; };
+    ASSERT_TRUE(client_.waitUntil(isMoved));
+    const auto moved = place();
+    EXPECT_EQ(moved->width, 480);
+    ASSERT_TRUE(closes());
+    ChildProcess second(programOnBus());
+    EXPECT_EQ(second.wait(), 0);
+    ASSERT_TRUE(isOpen());
+    EXPECT_EQ(place(), moved);
+    tessary_.signal(SIGTERM);
+    EXPECT_EQ(tessary_.wait(), 0);
+    EXPECT_EQ(tessary_.lines(), Words());
+}
+
+TEST_F(Preferences, RecordAShortcutThatWorksAtOnceInsteadOfTheOldOne) {
+    ASSERT_TRUE(records(shortcutOne));
+    tapWithSuper(keys::k);
+    EXPECT_TRUE(client_.waitUntil([this] { return client_.isGrabbed(keys::k, super); }));
+    EXPECT_TRUE(client_.isGrabbed(keys::f15)) << "the other slot's is back";
+    EXPECT_FALSE(client_.isGrabbed(keys::f14));
+    EXPECT_EQ(home_.settings()["shortcut.one"], R"(blob {"keyCode":40,"modifiers":1048576})");
+    tapWithSuper(keys::k);
+    const Layout expected{{"DUMMY0", "1920x1080+0+0 59.96 Hz"},
+                          {"DUMMY1", "1280x720+1920+0 60.00 Hz"}};
+    EXPECT_EQ(layoutOnce(expected), expected);
+
+    ASSERT_TRUE(records(shortcutOne));
+    tapWithSuper(keys::d); // the window manager's, in its own view
+    EXPECT_EQ(settingOnce("shortcut.one", R"(blob {"keyCode":2,"modifiers":1048576})"),
+              R"(blob {"keyCode":2,"modifiers":1048576})");
+    EXPECT_TRUE(place());
+}
+
+TEST_F(Preferences, RefuseTheOtherSlotsShortcutCancelAndClear) {
+    ASSERT_TRUE(records(shortcutOne));
+    client_.tap(keys::f15);
+    EXPECT_TRUE(client_.waitUntil([this] { return client_.bells() == 1; }));
+    client_.tap(keys::escape);
+    EXPECT_TRUE(isReady()) << "cancelled";
+    ASSERT_TRUE(records(shortcutOne));
+    client_.tap(keys::f14); // its own
+    EXPECT_TRUE(client_.waitUntil([this] { return client_.isGrabbed(keys::f14); }));
+    ASSERT_TRUE(records(shortcutOne));
+    client_.tap(keys::backspace);
+    EXPECT_EQ(settingOnce("shortcut.one", "blob "), "blob ");
+    EXPECT_TRUE(client_.waitUntil([this] { return client_.isGrabbed(keys::f15); }));
+    EXPECT_FALSE(client_.isGrabbed(keys::f14));
+    EXPECT_EQ(client_.bells(), 1);
+}
+
+TEST_F(Preferences, ClosedWhileRecordingGiveBothHotKeysBack) {
+    ASSERT_TRUE(records(shortcutTwo));
+    ASSERT_TRUE(closes());
+    EXPECT_TRUE(isReady());
+}
+
+TEST_F(Preferences, BindAModeOfTheChosenDisplay) {
+    focus(modeOne);
+    const auto before = home_.settings();
+    client_.tap(keys::down);
+    EXPECT_TRUE(client_.waitUntil([&] { return home_.settings() != before; }));
+    server_.xrandr({"--output", "DUMMY0", "--off", "--output", "DUMMY1", "--pos", "0x0"});
+    focus(modeTwo);
+    client_.tap(keys::down); // now of the display that is left, which has no second preset
+    EXPECT_TRUE(client_.waitUntil([this] {
+        const auto settings = home_.settings();
+        return std::ranges::none_of(settings, [](const auto& row) {
+            return row.first.ends_with(".two") && row.second == "blob ";
+        });
+    }));
+}
+
+class EmptySlot : public Preferences {
+    void SetUp() override { ASSERT_TRUE(isReady()); }
+};
+
+TEST_F(EmptySlot, IsExplainedByThePreferencesOnceOnly) {
+    client_.movePointer(1300, 300);
+    layoutAfterAlert(keys::f15);
+    EXPECT_TRUE(isOpen());
+    ASSERT_TRUE(closes());
+    layoutAfterAlert(keys::f15);
+    tessary_.signal(SIGTERM);
+    EXPECT_EQ(tessary_.wait(), 0);
+    EXPECT_FALSE(place());
+}
+
+} // namespace
+} // namespace desktop

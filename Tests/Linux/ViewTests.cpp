@@ -1,0 +1,165 @@
+#include "Linux/Desktop/Views/Colours.h"
+#include "Linux/Desktop/Views/ViewWidget.h"
+
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QApplication>
+#include <QFontMetrics>
+#include <QImage>
+#include <QKeyEvent>
+#include <QMouseEvent>
+
+#include <cmath>
+
+namespace tessary {
+namespace {
+
+/// A text in a box, as the program draws it.
+struct BoxView : NSView {
+    BoxView() : NSView({}) {}
+
+    CGSize intrinsicContentSize() const override { return {130, 24}; }
+    bool acceptsFirstResponder() const override { return true; }
+    bool acceptsFirstMouse(const NSEvent&) const override { return true; }
+    void mouseDown(const NSEvent& event) override {
+        clicks.push_back(convertPointFromWindow(event.locationInWindow));
+    }
+    void draw(CGRect) override {
+        const auto [width, height] = bounds().size;
+        auto path =
+            NSBezierPath::bezierPathWithRoundedRect({{0.5, 0.5}, {width - 1, height - 1}}, 6, 6);
+        path.setLineWidth(lineWidth);
+        path.fill(NSColor::textBackgroundColor());
+        path.stroke(NSColor::controlAccentColor());
+        const auto size = NSStringSizeWithAttributes(label, attributes);
+        NSStringDrawAtPoint(label, {(width - size.width) * 0.5, (height - size.height) * 0.5},
+                            attributes);
+    }
+
+    double lineWidth = 1;
+    std::string label = "Hop";
+    NSTextAttributes attributes{NSFont::systemFontOfSize(12, NSFontWeight::regular),
+                                NSColor::labelColor()};
+    std::vector<CGPoint> clicks;
+};
+
+struct ViewTest : testing::Test {
+    ViewTest() {
+        window.resize(200, 100);
+        widget->move(20, 10);
+    }
+
+    QImage drawn(double scale) const {
+        QImage image((QSizeF(widget->size()) * scale).toSize(), QImage::Format_RGB32);
+        image.setDevicePixelRatio(scale);
+        widget->render(&image);
+        return image;
+    }
+    QRgb colour(const NSColor& color) const { return colourOf(color, widget->palette()).rgb(); }
+
+    const bool isOffscreen = qputenv("QT_QPA_PLATFORM", "offscreen");
+    int argumentCount = 0;
+    QApplication application{argumentCount, nullptr};
+    std::shared_ptr<BoxView> view = std::make_shared<BoxView>();
+    QWidget window;
+    QWidget* widget = widgetOf(view, &window);
+};
+
+TEST_F(ViewTest, LinesCoverWholePixelsAtEveryScale) {
+    struct Row {
+        double scale;
+        double lineWidth;
+        int firstPixelAfter;
+    };
+    view->label = "";
+    // Of the wide line a quarter lies outside the view.
+    for (const auto& [scale, lineWidth, end] :
+         {Row{1, 1, 1}, Row{1.5, 1, 2}, Row{2, 1, 2}, Row{1, 2, 2}, Row{1.5, 2, 3}, Row{2, 2, 3}}) {
+        view->lineWidth = lineWidth;
+        const QImage image = drawn(scale);
+        const QPoint middle = image.rect().center();
+        for (int i = 0; i < 6; ++i) {
+            const QRgb expected =
+                colour(i < end ? NSColor::controlAccentColor() : NSColor::textBackgroundColor());
+            for (const QPoint& point : {QPoint(middle.x(), i), QPoint(i, middle.y()),
+                                        QPoint(middle.x(), image.height() - 1 - i),
+                                        QPoint(image.width() - 1 - i, middle.y())})
+                EXPECT_EQ(image.pixel(point), expected) << scale << ' ' << lineWidth << ' ' << i;
+        }
+    }
+}
+
+TEST_F(ViewTest, TextStandsUprightInTheMiddleInTheDesktopsFont) {
+    for (const double scale : {1.0, 2.0}) {
+        const QImage image = drawn(scale);
+        QRect ink;
+        for (int y = 6; y < image.height() - 6; ++y)
+            for (int x = 10; x < image.width() - 10; ++x)
+                if (qGray(image.pixel(x, y)) < 128)
+                    ink |= QRect(x, y, 1, 1);
+        EXPECT_NEAR(QRectF(ink).center().x(), image.width() / 2.0, scale) << scale;
+        EXPECT_NEAR(QRectF(ink).center().y(), image.height() / 2.0, 2 * scale) << scale;
+        EXPECT_LT(qGray(image.pixel(ink.left(), ink.top() + 1)), 128)
+            << "the foot of the p is below";
+    }
+    const NSTextAttributes own{NSFont::systemFontOfSize(13, NSFontWeight::regular), {}};
+    EXPECT_EQ(NSStringSizeWithAttributes("Hü", own).width,
+              QFontMetricsF(QApplication::font()).horizontalAdvance(QStringLiteral("Hü")));
+}
+
+TEST_F(ViewTest, ColoursFollowThePalette) {
+    const auto contrast = [](const QColor& a, const QColor& b) {
+        const auto light = [](const QColor& colour) {
+            const auto part = [](float value) { return std::pow(value, 2.2F); };
+            return 0.05F + 0.2126F * part(colour.redF()) + 0.7152F * part(colour.greenF()) +
+                   0.0722F * part(colour.blueF());
+        };
+        return std::max(light(a), light(b)) / std::min(light(a), light(b));
+    };
+    for (const QColor& background : {QColor(0xEF, 0xEF, 0xEF), QColor(0x32, 0x32, 0x32)}) {
+        const QPalette palette(background, background);
+        EXPECT_GT(contrast(colourOf(NSColor::systemBlueColor(), palette), background), 4.5F);
+        EXPECT_EQ(colourOf(NSColor::labelColor(), palette), palette.color(QPalette::WindowText));
+        const auto faint = NSColor::tertiaryLabelColor().colorWithAlphaComponent(0.5);
+        EXPECT_NEAR(colourOf(faint, palette).alphaF(), 0.25, 0.01);
+    }
+}
+
+TEST_F(ViewTest, ActsOnClicksKeysAndAssistiveTechnologies) {
+    widget->setAccessibleName(QStringLiteral("Shortcut"));
+    for (const auto& [button, y] :
+         {std::pair(Qt::LeftButton, 0), {Qt::RightButton, 5}, {Qt::LeftButton, 23}}) {
+        QMouseEvent event(QEvent::MouseButtonPress, QPointF(3, y), QPointF(23, y + 10), {}, button,
+                          button, {});
+        QCoreApplication::sendEvent(widget, &event);
+    }
+    for (const int key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter, Qt::Key_Escape}) {
+        QKeyEvent event(QEvent::KeyPress, key, {});
+        QCoreApplication::sendEvent(widget, &event);
+    }
+    drawn(1);
+    auto* accessible = QAccessible::queryAccessibleInterface(widget);
+    EXPECT_EQ(accessible->role(), QAccessible::Button);
+    EXPECT_EQ(accessible->text(QAccessible::Name), QStringLiteral("Shortcut"));
+    EXPECT_EQ(accessible->text(QAccessible::Description), QStringLiteral("Hop"));
+    accessible->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    const CGPoint middle{65, 11.5};
+    EXPECT_EQ(view->clicks,
+              (std::vector<CGPoint>{{3, 23.5}, {3, 0.5}, middle, middle, middle, middle}));
+}
+
+TEST_F(ViewTest, ViewAndWidgetOutliveEachOther) {
+    EXPECT_EQ(existingWidget(*view), widget);
+    delete widget;
+    EXPECT_EQ(existingWidget(*view), nullptr);
+    view->setNeedsDisplay();
+    NSStringDrawAtPoint("nowhere", {}, view->attributes);
+    EXPECT_EQ(view->window(), nullptr);
+    widget = widgetOf(view, &window);
+    view.reset();
+    drawn(1);
+}
+
+} // namespace
+} // namespace tessary

@@ -1,0 +1,57 @@
+// The one window that the program makes, its form and its fields: what they show, and what the user
+// does with them. A form is always shown as the model is at that moment.
+#pragma once
+
+#include "Platform/AppKit/NSWindow.h"
+#include "Simulated/State.h"
+
+struct NSView::Peer {
+    CGRect frame; ///< in its window
+    bool needsDisplay = true;
+    std::weak_ptr<NSWindow> window;
+};
+
+struct NSWindow::Peer {
+    std::map<std::string, std::shared_ptr<NSView>> fields; ///< by the rows that they stand in
+    const NSView* firstResponder = nullptr;
+};
+
+namespace simulated {
+
+/// The views of a form, outer ones first, each with the text of the labelled row that it is in.
+std::vector<std::pair<std::string, const Forms::View*>> viewsOf(const Forms::Form& form);
+
+/// Sections, and their rows below them. Texts that are translated begin with "@", stacks with their
+/// axis, spacing and top padding, fields show their text.
+std::string shownForm();
+
+/// Chooses an entry of the picker with this label or in the row with this one. Nothing happens when
+/// it is disabled or the entry is chosen already; throws when there is none.
+void pick(const std::string& label, const std::string& entry);
+
+/// Flips the toggle with this label; throws when there is none.
+void flip(const std::string& label);
+
+/// Presses the button with this title; throws when there is none.
+void pushButton(const std::string& title);
+
+/// The program's own view in the row with this label.
+NSView& field(const std::string& row);
+
+/// What the view draws now, and the text of it alone.
+std::string drawing(NSView& view);
+std::string drawnText(NSView& view);
+
+/// Types a key, or presses and releases modifiers. The log names what no monitor has swallowed.
+void type(std::uint16_t keyCode, NSEventModifierFlags modifiers = 0);
+void holdModifiers(NSEventModifierFlags modifiers);
+
+/// Clicks on the middle of the view, beside all views or in another window. The log names clicks
+/// that arrive where no view is.
+void click(const NSView& view, NSEventType button = NSEventType::leftMouseDown);
+void clickBeside(NSEventType button = NSEventType::leftMouseDown);
+void clickInAnotherWindow();
+
+void closeWindow();
+
+} // namespace simulated
