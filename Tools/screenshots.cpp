@@ -34,7 +34,9 @@ void chooseDarkColours(const Home& home) {
         << "[Appearance]\n"
            "style=Fusion\n"
            "custom_palette=true\n"
-           "color_scheme_path=/usr/share/qt6ct/colors/darker.conf\n";
+           "color_scheme_path=/usr/share/qt6ct/colors/darker.conf\n"
+           "[Fonts]\n"
+           "general=\"Sans,9,-1,5,400,0,0,0,0,0,0,0,0,0,0,1\"\n";
 }
 
 void save(const Picture& picture, const std::string& program, const std::filesystem::path& folder) {

@@ -38,7 +38,18 @@ protected:
     }
 
     /// The controls in the order in which the Tab key reaches them.
-    enum Control { display, modeOne, shortcutOne, modeTwo, shortcutTwo, login, automatic };
+    enum Control {
+        display,
+        modeOne,
+        shortcutOne,
+        modeTwo,
+        shortcutTwo,
+        login,
+        automatic,
+        checkNow,
+        restoreDefaults,
+        controls
+    };
 
     void focus(Control control) {
         for (; focused_ != control; focused_ = (focused_ + 1) % controls)
@@ -63,8 +74,6 @@ protected:
         return home_.settings()[key];
     }
 
-    static constexpr int controls = 9; // the two buttons behind those above
-
     Bus bus_;
     Panel panel_{bus_};
     ChildProcess windowManager_{home_.commandOn(server_.display(), {"openbox"})};
@@ -78,6 +87,10 @@ TEST_F(Preferences, StandWhereTheyWereLeftAndASecondStartBringsThemToTheFront) {
     ASSERT_TRUE(client_.waitUntil(isMoved));
     const auto moved = place();
     EXPECT_EQ(moved->width, 480);
+    focus(login);
+    client_.tap(keys::space);
+    const auto entry = home_.path() / "config/autostart/org.tessary.Tessary.desktop";
+    EXPECT_TRUE(client_.waitUntil([&] { return std::filesystem::exists(entry); }));
     ASSERT_TRUE(closes());
     ChildProcess second(programOnBus());
     EXPECT_EQ(second.wait(), 0);
@@ -107,7 +120,7 @@ TEST_F(Preferences, RecordAShortcutThatWorksAtOnceInsteadOfTheOldOne) {
     EXPECT_TRUE(place());
 }
 
-TEST_F(Preferences, RefuseTheOtherSlotsShortcutCancelAndClear) {
+TEST_F(Preferences, RefuseTheOtherSlotsShortcutCancelClearAndRestore) {
     ASSERT_TRUE(records(shortcutOne));
     client_.tap(keys::f15);
     EXPECT_TRUE(client_.waitUntil([this] { return client_.bells() == 1; }));
@@ -121,6 +134,11 @@ TEST_F(Preferences, RefuseTheOtherSlotsShortcutCancelAndClear) {
     EXPECT_EQ(settingOnce("shortcut.one", "blob "), "blob ");
     EXPECT_TRUE(client_.waitUntil([this] { return client_.isGrabbed(keys::f15); }));
     EXPECT_FALSE(client_.isGrabbed(keys::f14));
+    focus(restoreDefaults);
+    client_.tap(keys::space);
+    EXPECT_TRUE(isReady());
+    EXPECT_TRUE(client_.waitUntil([this] { return client_.isGrabbed(keys::f14); }));
+    EXPECT_FALSE(home_.settings().contains("shortcut.one"));
     EXPECT_EQ(client_.bells(), 1);
 }
 

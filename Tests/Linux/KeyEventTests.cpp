@@ -47,7 +47,13 @@ struct Key {
     }
 };
 
-TEST(KeyEvents, TellKeysByTheirPlaceAndModifiersAfterTheEvent) {
+struct KeyEvents : testing::Test { // which belong to the application's keyboard
+    const bool isOffscreen = qputenv("QT_QPA_PLATFORM", "offscreen");
+    int argumentCount = 0;
+    QApplication application{argumentCount, nullptr};
+};
+
+TEST_F(KeyEvents, TellKeysByTheirPlaceAndModifiersAfterTheEvent) {
     // clang-format off
     const std::vector<std::pair<Key, std::string>> rows{
         {{press, KEY_Y, 'z', Qt::Key_Z}, "down 16 "},
@@ -97,7 +103,7 @@ struct Window : QWidget {
     std::string reached;
 };
 
-struct MonitorTest : testing::Test {
+struct MonitorTest : KeyEvents {
     MonitorTest() { window.show(); }
     ~MonitorTest() override { stop(); }
 
@@ -127,9 +133,6 @@ struct MonitorTest : testing::Test {
     }
 
     quint64 time = 0;
-    const bool isOffscreen = qputenv("QT_QPA_PLATFORM", "offscreen");
-    int argumentCount = 0;
-    QApplication application{argumentCount, nullptr};
     Window window;
     std::string seen;
     std::optional<NSEvent::Monitor> monitor = 0;

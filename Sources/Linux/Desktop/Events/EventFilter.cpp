@@ -36,7 +36,7 @@ EventFilter::EventFilter(QGuiApplication& application)
 
 void EventFilter::monitorsChanged() {
     grab_.setWindow(NSEventHasMonitor(keys) ? QGuiApplication::focusWindow() : nullptr);
-    if (NSEventHasMonitor(~NSEventMask{}) || !swallowed_.empty() || lastRelease_.wasSwallowed)
+    if (NSEventHasMonitor(~NSEventMask{}) || !swallowed_.empty())
         application_.installEventFilter(this);
     else
         application_.removeEventFilter(this);

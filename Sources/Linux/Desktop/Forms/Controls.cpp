@@ -87,7 +87,7 @@ void PickerWidget::render(const Forms::Picker& picker, const QString& rowLabel) 
     select_ = picker.select;
     selected_ = picker.selected;
     renderLabel(picker, rowLabel);
-    box_.setMinimum(static_cast<int>(picker.minimumWidth));
+    box_.setMinimum(qRound(picker.minimumWidth * pointSize(*this)));
     box_.setEntries(picker.entries);
     box_.setCurrentIndex(picker.selected ? static_cast<int>(*picker.selected) : -1);
     box_.setEnabled(picker.isEnabled);

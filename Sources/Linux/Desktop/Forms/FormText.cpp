@@ -1,8 +1,10 @@
 #include "Linux/Desktop/Forms/FormText.h"
 
 #include <QCoreApplication>
+#include <QFontInfo>
 #include <QStringList>
 
+#include <algorithm>
 #include <variant>
 
 namespace tessary {
@@ -50,6 +52,11 @@ QString wordsOf(const Forms::View& view) {
 
 QString withoutMnemonic(QString text) {
     return text.replace(u'&', QStringLiteral("&&"));
+}
+
+double pointSize(const QWidget& widget) {
+    constexpr double usualFontSize = 13;
+    return std::max(1.0, widget.fontInfo().pixelSize() / usualFontSize);
 }
 
 QFont smaller(QFont font) {

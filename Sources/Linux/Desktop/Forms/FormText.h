@@ -5,6 +5,7 @@
 
 #include <QFont>
 #include <QString>
+#include <QWidget>
 
 #include <string>
 
@@ -25,5 +26,9 @@ QString withoutMnemonic(QString text);
 
 /// The font of footnotes and of small controls.
 QFont smaller(QFont font);
+
+/// How many of the toolkit's units a point takes. One, but more where the desktop's font is larger
+/// than the 13 points that forms are laid out for.
+double pointSize(const QWidget& widget);
 
 } // namespace tessary

@@ -1,5 +1,6 @@
 #include "Linux/Desktop/Forms/FormWidget.h"
 
+#include "Linux/Desktop/Forms/FormText.h"
 #include "Linux/Desktop/Forms/Rendering.h"
 #include "Linux/Desktop/Forms/SectionWidget.h"
 
@@ -47,7 +48,7 @@ void FormWidget::changeEvent(QEvent* event) {
 }
 
 void FormWidget::fit() {
-    const auto width = static_cast<int>(form_.width);
+    const int width = qRound(form_.width * pointSize(*this));
     setFixedSize(width, layout_.hasHeightForWidth() ? layout_.totalHeightForWidth(width)
                                                     : layout_.totalSizeHint().height());
 }

@@ -8,7 +8,8 @@
 namespace tessary {
 
 /// Shows a form, and later versions of it: a part that is still of the same kind at the same place
-/// stays the same widget. As wide as the form says and exactly as tall as it needs.
+/// stays the same widget. As wide as the form says, wider for large fonts, and exactly as tall as
+/// it needs.
 class FormWidget : public QWidget {
 public:
     explicit FormWidget(QWidget* parent = nullptr);
