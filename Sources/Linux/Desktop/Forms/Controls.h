@@ -11,6 +11,7 @@
 #include <QPushButton>
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <vector>
 

@@ -38,6 +38,18 @@ QRectF onPixels(const QPainter& painter, const QRectF& rectangle) {
     return toScreen.inverted().mapRect(QRectF(toScreen.mapRect(rectangle).toRect()));
 }
 
+void drawPanel(QPainter& painter, const QRectF& outside, double thickness, const QColor& panel,
+               const QColor& line) {
+    constexpr double radius = 8;
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(line);
+    painter.drawRoundedRect(outside, radius, radius);
+    painter.setBrush(panel);
+    const QRectF inside = outside.adjusted(thickness, thickness, -thickness, -thickness);
+    painter.drawRoundedRect(inside, radius - thickness, radius - thickness);
+}
+
 } // namespace
 
 RowsPanel::RowsPanel(QWidget* parent) : QWidget(parent) {
@@ -52,22 +64,15 @@ void RowsPanel::render(const std::vector<Forms::View>& rows) {
 }
 
 void RowsPanel::paintEvent(QPaintEvent* /*event*/) {
-    constexpr double radius = 8;
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
     const QColor panel = panelColour(palette());
     const QColor line = mixed(panel, palette().color(QPalette::WindowText), 0.15F);
-    const double thin = std::floor(devicePixelRatioF()) / devicePixelRatioF();
-    const QRectF frame = onPixels(painter, rect());
-    painter.setBrush(line);
-    painter.drawRoundedRect(frame, radius, radius);
-    painter.setBrush(panel);
-    painter.drawRoundedRect(frame.adjusted(thin, thin, -thin, -thin), radius - thin, radius - thin);
+    const double thickness = std::floor(devicePixelRatioF()) / devicePixelRatioF();
+    QPainter painter(this);
+    drawPanel(painter, onPixels(painter, rect()), thickness, panel, line);
     for (int place = 1; place < layout_.count(); ++place) {
         const int y = existingAt(layout_, place)->y() - rowPadding - lineWidth;
         QRectF separator = onPixels(painter, QRectF(inset, y, width() - 2 * inset, lineWidth));
-        separator.setHeight(thin);
+        separator.setHeight(thickness);
         painter.fillRect(separator, line);
     }
 }

@@ -39,15 +39,16 @@ struct NSWindow::Peer {
 
 void NSWindow::Peer::show(const std::shared_ptr<NSWindow>& window) {
     isToBeShown = false;
-    if (widget == nullptr) {
-        widget = new tessary::WindowWidget(window);
-        QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, widget,
+    tessary::WindowWidget* shown = widget;
+    if (shown == nullptr) {
+        widget = shown = new tessary::WindowWidget(window);
+        QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, shown,
                          [this] { delete widget; }); // widgets do not outlive their application
     }
     window->contentViewController()->rebuildIfNeeded();
     if (std::exchange(isToBeCentered, false))
-        widget->center();
-    widget->bringToFront(std::exchange(isToIgnoreOtherApps, false));
+        shown->center();
+    shown->bringToFront(std::exchange(isToIgnoreOtherApps, false));
     if (const auto view = std::exchange(firstResponder, {}).lock())
         window->makeFirstResponder(*view);
 }
@@ -72,8 +73,9 @@ void NSWindow::makeKeyAndOrderFront() {
 }
 
 void NSWindow::center() {
-    if (peer_->widget != nullptr && peer_->widget->isVisible())
-        peer_->widget->center();
+    tessary::WindowWidget* widget = peer_->widget;
+    if (widget != nullptr && widget->isVisible())
+        widget->center();
     else
         peer_->isToBeCentered = true;
 }
