@@ -2,6 +2,7 @@
 // mouse.
 #include "Desktop/Desktop.h"
 #include "Desktop/Harness/Panel.h"
+#include "Desktop/Harness/RepeatCounter.h"
 #include "Desktop/Harness/Windows.h"
 
 namespace desktop {
@@ -112,6 +113,14 @@ TEST_F(Preferences, RecordAShortcutThatWorksAtOnceInsteadOfTheOldOne) {
     const Layout expected{{"DUMMY0", "1920x1080+0+0 59.96 Hz"},
                           {"DUMMY1", "1280x720+1920+0 60.00 Hz"}};
     EXPECT_EQ(layoutOnce(expected), expected);
+
+    ASSERT_TRUE(records(shortcutTwo));
+    RepeatCounter repeats(server_.display());
+    client_.press(keys::f15);
+    ASSERT_TRUE(client_.waitUntil([this] { return client_.isGrabbed(keys::f15); }));
+    ASSERT_TRUE(repeats.waitForPresses(1 + 20));
+    client_.release(keys::f15);
+    EXPECT_EQ(server_.layout(), expected) << "the press that was recorded is no other one";
 
     ASSERT_TRUE(records(shortcutOne));
     tapWithSuper(keys::d); // the window manager's, in its own view

@@ -55,7 +55,26 @@ std::optional<KeyGrabs::Refusal> KeyGrabs::take(HotKey& hotKey) {
         if (takeKey(key, *modifiers))
             hotKey.keys.push_back(key);
     }
+    noteKeysThatAreDown(hotKey);
     return hotKey.keys.empty() ? std::optional(Refusal::taken) : std::nullopt;
+}
+
+void KeyGrabs::noteKeysThatAreDown(const HotKey& hotKey) {
+    constexpr unsigned bitsPerByte = 8;
+    auto* x = connection_.get();
+    const XReply<xcb_query_keymap_reply_t> keymap(
+        xcb_query_keymap_reply(x, xcb_query_keymap(x), nullptr));
+    for (const xcb_keycode_t key : hotKey.keys)
+        if (keymap && (keymap->keys[key / bitsPerByte] >> key % bitsPerByte & 1U) != 0)
+            downBefore_[key] = std::chrono::steady_clock::now();
+}
+
+/// Of the same press, as when a shortcut has just been recorded. Servers begin to repeat within
+/// this time; what comes later is a press of its own.
+bool KeyGrabs::repeatsAnOlderPress(xcb_keycode_t key) {
+    constexpr std::chrono::milliseconds longestDelay{700};
+    const auto before = downBefore_.extract(key);
+    return !before.empty() && std::chrono::steady_clock::now() - before.mapped() < longestDelay;
 }
 
 /// All or nothing over the lock subsets: a key that works only without Num Lock is worse than none.
@@ -123,6 +142,8 @@ void KeyGrabs::notePress(const xcb_key_press_event_t& event, std::uint32_t seque
     if (held_.empty())
         activating_ = event.detail;
     held_.insert(event.detail);
+    if (repeatsAnOlderPress(event.detail))
+        return;
     presses_.push_back({hotKey->number, {{event.root_x, event.root_y}, sequence}});
 }
 

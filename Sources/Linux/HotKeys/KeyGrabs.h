@@ -3,10 +3,12 @@
 #include "Linux/HotKeys/ModifierMap.h"
 #include "Linux/X11/XConnection.h"
 
+#include <chrono>
 #include <cstdint>
 #include <deque>
 #include <functional>
 #include <list>
+#include <map>
 #include <optional>
 #include <set>
 #include <vector>
@@ -61,6 +63,8 @@ private:
     std::optional<Refusal> take(HotKey& hotKey);
     bool takeKey(xcb_keycode_t key, std::uint16_t modifiers);
     void release(const HotKey& hotKey);
+    void noteKeysThatAreDown(const HotKey& hotKey);
+    bool repeatsAnOlderPress(xcb_keycode_t key);
     void renewGrabs();
 
     XConnection& connection_;
@@ -69,6 +73,9 @@ private:
     ModifierMap modifiers_;
     std::list<HotKey> hotKeys_;
     std::set<xcb_keycode_t> held_;
+    /// Keys that were down already when they became ours, and since when they are. The server
+    /// repeats such a press to us, but of its release we may not hear.
+    std::map<xcb_keycode_t, std::chrono::steady_clock::time_point> downBefore_;
     xcb_keycode_t activating_ = 0; ///< the held key whose press gave us the keyboard
     std::deque<NotedPress> presses_;
     bool keymapMayHaveChanged_ = false;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <ranges>
 #include <utility>
 
 namespace {
@@ -39,8 +40,7 @@ void NSEvent::removeMonitor(Monitor monitor) {
 
 NSEvent::Passage NSEventSendToMonitors(const NSEvent& event) {
     const auto list = monitors().list; // a handler may add and remove monitors
-    for (auto entry = list.rbegin(); entry != list.rend(); ++entry) {
-        const auto& [number, monitor] = *entry;
+    for (const auto& [number, monitor] : std::views::reverse(list)) {
         if ((monitor->mask & NSEventMaskFromType(event.type)) == 0 ||
             !monitors().list.contains(number))
             continue;

@@ -47,6 +47,9 @@ void EventFilter::focusChanged(QWindow* window) {
     if (window == nullptr) {
         swallowed_.clear();
         lastRelease_ = {};
+        NSEvent allUp;
+        allUp.type = NSEventType::flagsChanged;
+        NSEventSendToMonitors(allUp);
     }
     monitorsChanged();
 }

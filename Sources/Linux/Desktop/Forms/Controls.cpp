@@ -30,6 +30,7 @@ PickerBox::PickerBox(QWidget* parent) : QComboBox(parent) {
 /// With a width of its own the box stands beside something else, and takes what room there is.
 void PickerBox::setMinimum(int width) {
     minimum_ = width;
+    setSizeAdjustPolicy(width > 0 ? AdjustToMinimumContentsLengthWithIcon : AdjustToContents);
     setSizePolicy(width > 0 ? QSizePolicy::Expanding : QSizePolicy::Preferred, QSizePolicy::Fixed);
     updateGeometry();
 }

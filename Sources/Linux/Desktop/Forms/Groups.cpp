@@ -36,8 +36,12 @@ SymbolWidget::SymbolWidget(QWidget* parent) : QWidget(parent) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
-void SymbolWidget::setIcon(const QIcon& icon) {
-    icon_ = icon;
+void SymbolWidget::setSymbol(const std::string& symbol, const QColor& colour) {
+    if (symbol_ == symbol && colour_ == colour)
+        return;
+    symbol_ = symbol;
+    colour_ = colour;
+    icon_ = symbolIcon(symbol, colour);
     setFixedSize(symbolSize, std::max(symbolSize, fontMetrics().height()));
     update();
 }
@@ -57,7 +61,7 @@ LabelWidget::LabelWidget(QWidget* parent) : QWidget(parent) {
 void LabelWidget::render(const Forms::Label& label, const QString& rowLabel) {
     const QColor colour = label.imageColor ? colourOf(*label.imageColor, palette())
                                            : palette().color(QPalette::WindowText);
-    symbol_.setIcon(symbolIcon(label.systemImage, colour));
+    symbol_.setSymbol(label.systemImage, colour);
     renderAt(layout_, 1, label.title.front(), rowLabel);
     layout_.setStretch(1, 1);
     updateGeometry();

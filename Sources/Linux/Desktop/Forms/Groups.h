@@ -4,10 +4,12 @@
 #include "Platform/Forms.h"
 
 #include <QBoxLayout>
+#include <QColor>
 #include <QIcon>
 #include <QWidget>
 
 #include <memory>
+#include <string>
 
 namespace tessary {
 
@@ -26,12 +28,14 @@ class SymbolWidget : public QWidget {
 public:
     explicit SymbolWidget(QWidget* parent = nullptr);
 
-    void setIcon(const QIcon& icon);
+    void setSymbol(const std::string& symbol, const QColor& colour);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    std::string symbol_;
+    QColor colour_;
     QIcon icon_;
 };
 

@@ -27,13 +27,15 @@ void TextLabel::setStyle(Forms::Font font, Forms::ForegroundStyle style) {
     if (font == Forms::Font::caption)
         own = smaller(own);
     own.setBold(isBold_);
-    setFont(own);
+    if (own != this->font()) // setting it measures the text anew
+        setFont(own);
     QColor colour = parentWidget()->palette().color(QPalette::WindowText);
     colour.setAlphaF(colour.alphaF() *
                      static_cast<float>(opacities.at(static_cast<std::size_t>(style))));
     QPalette shades;
     shades.setColor(QPalette::WindowText, colour);
-    setPalette(shades);
+    if (palette().color(QPalette::WindowText) != colour)
+        setPalette(shades);
 }
 
 } // namespace tessary

@@ -83,7 +83,9 @@ void WindowWidget::closeEvent(QCloseEvent* event) {
     const auto owner = window_.lock();
     if (const auto delegate = owner != nullptr ? owner->delegate() : nullptr)
         delegate->windowWillClose();
-    framePosition_ = pos();
+    const bool isFrameKnown = frameGeometry().topLeft() != geometry().topLeft();
+    if (isFrameKnown) // else closed before the window manager has told of it
+        framePosition_ = pos();
     setAttribute(Qt::WA_DeleteOnClose, owner == nullptr || owner->isReleasedWhenClosed());
     event->accept();
 }
