@@ -7,6 +7,7 @@
 #include "Desktop/Harness/Panel.h"
 #include "Desktop/Harness/Session.h"
 #include "Desktop/Harness/Waiting.h"
+#include "Desktop/Harness/Windows.h"
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
@@ -34,6 +35,7 @@ using Numbers = std::vector<double>;
 
 constexpr int starts = 25;
 constexpr int restingRounds = 5;
+constexpr int openingRounds = 8;
 constexpr std::chrono::seconds quietTime{2}; ///< without a context switch: the program rests
 
 /// A panel that takes the time of each registration, and that answers what Qt asks before one.
@@ -177,7 +179,8 @@ void measureStarts(Desktop& desktop, const Home& seeded) {
     printRow("first start to icon", "ms", first, empty, "-");
 }
 
-void measureMemory(Desktop& desktop, const Home& seeded) {
+/// Answers what the empty program has.
+Numbers measureMemory(Desktop& desktop, const Home& seeded) {
     Numbers own;
     Numbers empty;
     for (int round = 0; round < restingRounds; ++round)
@@ -187,6 +190,7 @@ void measureMemory(Desktop& desktop, const Home& seeded) {
             (isOwn ? own : empty).push_back(program.residentMebibytes());
         }
     printRow("resident memory at rest", "MiB", own, empty, "at most 1.25 times as much");
+    return empty;
 }
 
 void await(Client& client, const std::string& what, const std::function<bool()>& holds) {
@@ -224,6 +228,53 @@ void countContextSwitches(Desktop& desktop, const Home& seeded, std::chrono::sec
                 empty.contextSwitches() - emptyBefore);
 }
 
+double millisecondsToOpenPreferences(Desktop& desktop, const Client& client) {
+    desktop.panel.openedMenu();
+    const auto start = Clock::now();
+    desktop.panel.choose("Settings…");
+    while (!hasFocus(client, "tessary")) {
+        if (Clock::now() > start + patience)
+            throw std::runtime_error("the preferences do not open");
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
+}
+
+void closePreferences(Client& client) {
+    closeWindow(client, "tessary");
+    await(client, "the preferences to close",
+          [&] { return !visibleWindow(client, WindowKind::framed, "tessary"); });
+}
+
+void printTimeToOpen(const char* which, const Numbers& milliseconds) {
+    std::printf(
+        "preferences, %s opening to focus, median (95th centile)\t%.1f ms (%.1f)\t-\t-\t-\n", which,
+        quantile(milliseconds, 0.5), quantile(milliseconds, 0.95));
+}
+
+void measurePreferences(Desktop& desktop, const Home& seeded, const Numbers& emptyMemory) {
+    const ChildProcess windowManager(seeded.commandOn(desktop.server.display(), {"openbox"}));
+    Client client(desktop.server.display());
+    Numbers first;
+    Numbers later;
+    Numbers memory;
+    for (int round = 0; round < openingRounds; ++round) {
+        const Program program(desktop, seeded, TESSARY_PROGRAM);
+        program.waitForRest();
+        for (Numbers* times : {&first, &later}) {
+            times->push_back(millisecondsToOpenPreferences(desktop, client));
+            program.waitForRest();
+            closePreferences(client);
+        }
+        program.waitForRest();
+        memory.push_back(program.residentMebibytes());
+    }
+    printTimeToOpen("first", first);
+    printTimeToOpen("later", later);
+    printRow("resident memory after the preferences", "MiB", memory, emptyMemory,
+             "at most 1.6 times as much");
+}
+
 } // namespace
 
 int main(int count, char** arguments) try {
@@ -233,8 +284,9 @@ int main(int count, char** arguments) try {
     const Home seeded;
     seed(desktop, seeded);
     measureStarts(desktop, seeded);
-    measureMemory(desktop, seeded);
+    const Numbers emptyMemory = measureMemory(desktop, seeded);
     countContextSwitches(desktop, seeded, time);
+    measurePreferences(desktop, seeded, emptyMemory);
     return 0;
 } catch (const std::exception& error) {
     std::fprintf(stderr, "%s\n", error.what());

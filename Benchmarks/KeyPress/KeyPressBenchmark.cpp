@@ -169,9 +169,6 @@ void measure(const Command& command, int displays, Microseconds& results) {
     const Home home;
     const XServer server(home);
     connectDisplays(server, displays);
-    ChildProcess({"setxkbmap", "-display", server.display(), "-rules", "evdev", "-model", "pc105",
-                  "-layout", "us"})
-        .wait(); // sxhkd finds its keys by symbol
     Client client(server.display());
     client.movePointer(700, 500);
     Stopwatch stopwatch(server.display());

@@ -1,5 +1,6 @@
 #include "Simulated/Windows.h"
 
+#include <stdexcept>
 #include <utility>
 
 using simulated::state;
@@ -102,7 +103,10 @@ void NSEventMonitorsChanged() {
 }
 
 NSView& simulated::field(const std::string& row) {
-    return *state.window.lock()->peer().fields.at(row);
+    const auto window = state.window.lock();
+    if (window == nullptr)
+        throw std::logic_error("there is no window");
+    return *window->peer().fields.at(row);
 }
 
 void simulated::type(std::uint16_t keyCode, NSEventModifierFlags modifiers) {
@@ -131,5 +135,7 @@ void simulated::clickInAnotherWindow() {
 
 void simulated::closeWindow() {
     state.isWindowInFront = false;
-    state.window.lock()->delegate()->windowWillClose();
+    const auto window = state.window.lock();
+    if (const auto delegate = window != nullptr ? window->delegate() : nullptr)
+        delegate->windowWillClose();
 }
