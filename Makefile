@@ -8,7 +8,7 @@ help:
 	@echo "make test    build and run all tests"
 	@echo "make check   formatting, static analysis, headers, includes, tests with sanitizers"
 	@echo "make bench   build and run the benchmarks"
-	@echo "make screenshots   make the pictures of the preferences in docs/ again"
+	@echo "make screenshots   make the pictures of menu and preferences in docs/ again"
 	@echo "make clean   delete all that was built"
 
 build:
