@@ -155,6 +155,10 @@ TEST_F(Preferences, ClosedWhileRecordingGiveBothHotKeysBack) {
     ASSERT_TRUE(records(shortcutTwo));
     ASSERT_TRUE(closes());
     EXPECT_TRUE(isReady());
+    panel_.openedMenu();
+    panel_.choose("Quit Tessary");
+    EXPECT_EQ(tessary_.wait(), 0);
+    EXPECT_FALSE(client_.isGrabbed(keys::f15));
 }
 
 TEST_F(Preferences, BindAModeOfTheChosenDisplay) {
