@@ -100,6 +100,8 @@ void HostedViewWidget::render(const Forms::HostedView& hosted, const QString& ro
         widget_->show();
     }
     hosted.update(view_);
+    const auto [width, height] = view_->intrinsicContentSize();
+    widget_->setFixedSize(qCeil(width * pointSize(*this)), qCeil(height * pointSize(*this)));
     widget_->setAccessibleName(rowLabel);
     updateGeometry();
 }
