@@ -105,8 +105,9 @@ void savePreferences(const Appearance& appearance, const std::string& program,
     Panel panel(scene.bus());
     const ChildProcess windowManager(scene.home().commandOn(scene.server().display(), {"openbox"}));
     const ChildProcess tessary(scene.command(program));
-    if (!panel.hasIcon())
-        throw std::runtime_error("no icon");
+    const auto isManaged = [&] { return hasWindowManager(scene.client()); };
+    if (!panel.hasIcon() || !scene.client().waitUntil(isManaged))
+        throw std::runtime_error("no icon or no window manager");
     panel.openedMenu();
     panel.choose("Settings…");
     if (!scene.client().waitUntil([&] { return hasFocus(scene.client(), "tessary"); }))

@@ -17,12 +17,17 @@ protected:
     }
 
     void SetUp() override {
-        ASSERT_TRUE(isReady());
+        ASSERT_TRUE(isManaged());
         ASSERT_TRUE(panel_.hasIcon());
         client_.movePointer(640, 300);
         panel_.openedMenu();
         panel_.choose("Settings…");
         ASSERT_TRUE(isOpen());
+    }
+
+    /// Windows that open before their manager has begun would not get the focus.
+    bool isManaged() {
+        return isReady() && client_.waitUntil([this] { return hasWindowManager(client_); });
     }
 
     bool isOpen() {
@@ -178,7 +183,7 @@ TEST_F(Preferences, BindAModeOfTheChosenDisplay) {
 }
 
 class EmptySlot : public Preferences {
-    void SetUp() override { ASSERT_TRUE(isReady()); }
+    void SetUp() override { ASSERT_TRUE(isManaged()); }
 };
 
 TEST_F(EmptySlot, IsExplainedByThePreferencesOnceOnly) {
