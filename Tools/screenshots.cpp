@@ -4,6 +4,7 @@
 #include "Desktop/Harness/Panel.h"
 #include "Desktop/Harness/Session.h"
 #include "Desktop/Harness/Tray.h"
+#include "Desktop/Harness/WindowManager.h"
 #include "Desktop/Harness/Windows.h"
 
 #include <exception>
@@ -103,11 +104,10 @@ void savePreferences(const Appearance& appearance, const std::string& program,
                      const std::filesystem::path& folder) {
     Scene scene(appearance);
     Panel panel(scene.bus());
-    const ChildProcess windowManager(scene.home().commandOn(scene.server().display(), {"openbox"}));
+    const WindowManager windowManager(scene.home(), scene.server());
     const ChildProcess tessary(scene.command(program));
-    const auto isManaged = [&] { return hasWindowManager(scene.client()); };
-    if (!panel.hasIcon() || !scene.client().waitUntil(isManaged))
-        throw std::runtime_error("no icon or no window manager");
+    if (!panel.hasIcon())
+        throw std::runtime_error("no icon");
     panel.openedMenu();
     panel.choose("Settings…");
     if (!scene.client().waitUntil([&] { return hasFocus(scene.client(), "tessary"); }))

@@ -7,6 +7,7 @@
 #include "Desktop/Harness/Panel.h"
 #include "Desktop/Harness/Session.h"
 #include "Desktop/Harness/Waiting.h"
+#include "Desktop/Harness/WindowManager.h"
 #include "Desktop/Harness/Windows.h"
 
 #include <QDBusConnection>
@@ -253,7 +254,7 @@ void printTimeToOpen(const char* which, const Numbers& milliseconds) {
 }
 
 void measurePreferences(Desktop& desktop, const Home& seeded, const Numbers& emptyMemory) {
-    const ChildProcess windowManager(seeded.commandOn(desktop.server.display(), {"openbox"}));
+    const WindowManager windowManager(seeded, desktop.server);
     Client client(desktop.server.display());
     Numbers first;
     Numbers later;

@@ -3,6 +3,7 @@
 #include "Desktop/Desktop.h"
 #include "Desktop/Harness/Panel.h"
 #include "Desktop/Harness/RepeatCounter.h"
+#include "Desktop/Harness/WindowManager.h"
 #include "Desktop/Harness/Windows.h"
 
 namespace desktop {
@@ -17,17 +18,12 @@ protected:
     }
 
     void SetUp() override {
-        ASSERT_TRUE(isManaged());
+        ASSERT_TRUE(isReady());
         ASSERT_TRUE(panel_.hasIcon());
         client_.movePointer(640, 300);
         panel_.openedMenu();
         panel_.choose("Settings…");
         ASSERT_TRUE(isOpen());
-    }
-
-    /// Windows that open before their manager has begun would not get the focus.
-    bool isManaged() {
-        return isReady() && client_.waitUntil([this] { return hasWindowManager(client_); });
     }
 
     bool isOpen() {
@@ -82,7 +78,7 @@ protected:
 
     Bus bus_;
     Panel panel_{bus_};
-    ChildProcess windowManager_{home_.commandOn(server_.display(), {"openbox"})};
+    WindowManager windowManager_{home_, server_};
     ChildProcess tessary_{programOnBus()};
     int focused_ = display;
 };
@@ -183,7 +179,7 @@ TEST_F(Preferences, BindAModeOfTheChosenDisplay) {
 }
 
 class EmptySlot : public Preferences {
-    void SetUp() override { ASSERT_TRUE(isManaged()); }
+    void SetUp() override { ASSERT_TRUE(isReady()); }
 };
 
 TEST_F(EmptySlot, IsExplainedByThePreferencesOnceOnly) {

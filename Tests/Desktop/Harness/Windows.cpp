@@ -113,14 +113,6 @@ std::optional<WindowPlace> visibleWindow(const Client& client, WindowKind kind,
     return window != XCB_NONE ? placeOf(client.connection(), window, client.root()) : std::nullopt;
 }
 
-bool hasWindowManager(const Client& client) {
-    auto* x = client.connection();
-    const auto request = xcb_get_property(
-        x, 0, client.root(), atomNamed(x, "_NET_SUPPORTING_WM_CHECK"), XCB_ATOM_WINDOW, 0, 1);
-    const Reply<xcb_get_property_reply_t> window(xcb_get_property_reply(x, request, nullptr));
-    return window && window->value_len == 1;
-}
-
 bool hasFocus(const Client& client, const std::string& program) {
     auto* x = client.connection();
     const Reply<xcb_get_input_focus_reply_t> focus(

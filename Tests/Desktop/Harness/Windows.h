@@ -28,9 +28,6 @@ enum class WindowKind {
 std::optional<WindowPlace> visibleWindow(const Client& client, WindowKind kind,
                                          const std::string& program);
 
-/// Whether a window manager has begun its work.
-bool hasWindowManager(const Client& client);
-
 /// Whether a window whose WM_CLASS names `program` has the keyboard's focus.
 bool hasFocus(const Client& client, const std::string& program);
 
