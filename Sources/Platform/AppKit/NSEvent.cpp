@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <map>
-#include <ranges>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -39,8 +39,10 @@ void NSEvent::removeMonitor(Monitor monitor) {
 }
 
 NSEvent::Passage NSEventSendToMonitors(const NSEvent& event) {
-    const auto list = monitors().list; // a handler may add and remove monitors
-    for (const auto& [number, monitor] : std::views::reverse(list)) {
+    // A copy, since a handler may add and remove monitors.
+    const std::vector<std::pair<NSEvent::Monitor, std::shared_ptr<const LocalMonitor>>> list(
+        monitors().list.rbegin(), monitors().list.rend());
+    for (const auto& [number, monitor] : list) {
         if ((monitor->mask & NSEventMaskFromType(event.type)) == 0 ||
             !monitors().list.contains(number))
             continue;
