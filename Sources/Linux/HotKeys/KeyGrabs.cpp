@@ -64,9 +64,11 @@ void KeyGrabs::noteKeysThatAreDown(const HotKey& hotKey) {
     auto* x = connection_.get();
     const XReply<xcb_query_keymap_reply_t> keymap(
         xcb_query_keymap_reply(x, xcb_query_keymap(x), nullptr));
-    for (const xcb_keycode_t key : hotKey.keys)
-        if (keymap && (keymap->keys[key / bitsPerByte] >> key % bitsPerByte & 1U) != 0)
+    for (const xcb_keycode_t key : hotKey.keys) {
+        const unsigned byte = keymap ? keymap->keys[key / bitsPerByte] : 0U;
+        if ((byte >> (key % bitsPerByte) & 1U) != 0)
             downBefore_[key] = std::chrono::steady_clock::now();
+    }
 }
 
 /// Of the same press, as when a shortcut has just been recorded. Servers begin to repeat within
