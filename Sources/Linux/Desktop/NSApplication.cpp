@@ -8,6 +8,10 @@
 #include "Linux/Session.h"
 #include "Platform/Foundation.h"
 
+#include <QGuiApplication>
+#include <QWindow>
+
+#include <algorithm>
 #include <cstdlib>
 #include <utility>
 
@@ -38,6 +42,13 @@ bool isOnlyInstance(SingleInstance& instance) {
         std::exit(failure);
     }
     return true;
+}
+
+/// Also before the loop has windows at all.
+bool hasVisibleWindows() {
+    const auto windows = QGuiApplication::topLevelWindows();
+    return std::any_of(windows.begin(), windows.end(),
+                       [](const QWindow* window) { return window->isVisible(); });
 }
 
 /// What brings the outside world into an event loop.
@@ -82,7 +93,7 @@ void NSApplication::run() {
     tessary::Session::current()->displays().restorePermanentModes();
     instance.setReopenHandler([this] {
         if (const auto delegate = delegate_.lock())
-            delegate->applicationShouldHandleReopen(*this, false);
+            delegate->applicationShouldHandleReopen(*this, hasVisibleWindows());
     });
     DispatchQueue::mainAsync([this, &instance] {
         if (const auto delegate = delegate_.lock())
