@@ -1,9 +1,9 @@
 #include "Desktop/Harness/Client.h"
 
+#include "Desktop/Harness/Reply.h"
 #include "Desktop/Harness/Waiting.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <stdexcept>
 
 #include <xcb/xtest.h>
@@ -15,15 +15,6 @@
 namespace desktop {
 
 namespace {
-
-struct Free {
-    void operator()(void* memory) const {
-        std::free(memory);
-    } // NOLINT: xcb hands out malloc memory
-};
-
-template <typename T>
-using Reply = std::unique_ptr<T, Free>;
 
 template <typename T, typename Cookie>
 Reply<T> reply(xcb_connection_t* connection, Cookie request,

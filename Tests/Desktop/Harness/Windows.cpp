@@ -1,10 +1,11 @@
 #include "Desktop/Harness/Windows.h"
 
+#include "Desktop/Harness/Reply.h"
+
 #include <QImage>
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <iterator>
 #include <memory>
 #include <span>
@@ -15,15 +16,6 @@
 namespace desktop {
 
 namespace {
-
-struct Free {
-    void operator()(void* memory) const {
-        std::free(memory);
-    } // NOLINT: xcb hands out malloc memory
-};
-
-template <typename T>
-using Reply = std::unique_ptr<T, Free>;
 
 /// Windows come and go while we ask: no answer is an answer.
 std::vector<xcb_window_t> childrenOf(xcb_connection_t* x, xcb_window_t window) {

@@ -10,48 +10,18 @@ namespace tessary {
 
 namespace {
 
-template <typename Content>
-struct WidgetOf;
-
-template <>
-struct WidgetOf<Forms::Text> {
-    using Type = TextLabel;
-};
-template <>
-struct WidgetOf<Forms::FormattedText> {
-    using Type = TextLabel;
-};
-template <>
-struct WidgetOf<Forms::Stack> {
-    using Type = StackWidget;
-};
-template <>
-struct WidgetOf<Forms::Label> {
-    using Type = LabelWidget;
-};
-template <>
-struct WidgetOf<Forms::Picker> {
-    using Type = PickerWidget;
-};
-template <>
-struct WidgetOf<Forms::Toggle> {
-    using Type = ToggleWidget;
-};
-template <>
-struct WidgetOf<Forms::Button> {
-    using Type = ButtonWidget;
-};
-template <>
-struct WidgetOf<Forms::Spacer> {
-    using Type = SpacerWidget;
-};
-template <>
-struct WidgetOf<Forms::LabeledContent> {
-    using Type = LabeledContentWidget;
-};
-template <>
-struct WidgetOf<Forms::HostedView> {
-    using Type = HostedViewWidget;
+/// Which widget shows what. Only declared: the answer is the type.
+struct WidgetFor {
+    static TextLabel type(const Forms::Text& text);
+    static TextLabel type(const Forms::FormattedText& text);
+    static StackWidget type(const Forms::Stack& stack);
+    static LabelWidget type(const Forms::Label& label);
+    static PickerWidget type(const Forms::Picker& picker);
+    static ToggleWidget type(const Forms::Toggle& toggle);
+    static ButtonWidget type(const Forms::Button& button);
+    static SpacerWidget type(const Forms::Spacer& spacer);
+    static LabeledContentWidget type(const Forms::LabeledContent& row);
+    static HostedViewWidget type(const Forms::HostedView& hosted);
 };
 
 void discard(QWidget& widget) {
@@ -94,8 +64,8 @@ void discardFrom(QBoxLayout& layout, int place) {
 
 void renderAt(QBoxLayout& layout, int place, const Forms::View& view, const QString& rowLabel) {
     std::visit(
-        [&]<typename Content>(const Content& content) {
-            widgetAt<typename WidgetOf<Content>::Type>(layout, place)->render(content, rowLabel);
+        [&](const auto& content) {
+            widgetAt<decltype(WidgetFor::type(content))>(layout, place)->render(content, rowLabel);
         },
         view.content);
 }
