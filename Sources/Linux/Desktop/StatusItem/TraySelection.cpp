@@ -1,5 +1,6 @@
 #include "Linux/Desktop/StatusItem/TraySelection.h"
 
+#include "Linux/X11/Atom.h"
 #include "Linux/X11/Reply.h"
 
 #include <string>
@@ -10,14 +11,6 @@
 namespace tessary {
 
 namespace {
-
-xcb_atom_t atomNamed(xcb_connection_t* connection, const std::string& name) {
-    const auto request =
-        xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.data());
-    const XReply<xcb_intern_atom_reply_t> reply(
-        xcb_intern_atom_reply(connection, request, nullptr));
-    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
-}
 
 /// The number of the extension's first event; nothing when the server lacks it.
 std::optional<std::uint8_t> firstEventOfXFixes(xcb_connection_t* connection) {

@@ -1,5 +1,6 @@
 #include "Linux/Desktop/Windows/WindowManager.h"
 
+#include "Linux/X11/Atom.h"
 #include "Linux/X11/Reply.h"
 
 #include <QGuiApplication>
@@ -27,13 +28,6 @@ xcb_window_t rootOf(xcb_connection_t* x, xcb_window_t window) {
     const XReply<xcb_get_geometry_reply_t> reply(
         xcb_get_geometry_reply(x, xcb_get_geometry(x, window), nullptr));
     return reply ? reply->root : xcb_window_t{XCB_NONE};
-}
-
-xcb_atom_t atomNamed(xcb_connection_t* x, std::string_view name) {
-    const auto request =
-        xcb_intern_atom(x, 0, static_cast<std::uint16_t>(name.size()), name.data());
-    const XReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(x, request, nullptr));
-    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 
 std::optional<std::uint32_t> number(xcb_connection_t* x, xcb_window_t window,
