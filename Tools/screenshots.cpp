@@ -1,6 +1,6 @@
 // screenshots PROGRAM FOLDER: saves pictures of the menu and of the preferences window, light, dark
-// and at scale 2, into the folder. Each is made on a virtual desktop of its own. Ends with 0 when
-// all are there.
+// and at scale 2, and of the preferences in German, into the folder. Each is made on a virtual
+// desktop of its own. Ends with 0 when all are there.
 #include "Desktop/Harness/Panel.h"
 #include "Desktop/Harness/Session.h"
 #include "Desktop/Harness/Tray.h"
@@ -29,6 +29,9 @@ const std::vector<Appearance> appearances{
     {"dark", {"QT_QPA_PLATFORMTHEME=qt6ct"}}, // with the colours below
     {"scale-2", {"QT_SCALE_FACTOR=2"}},
 };
+
+// LANGUAGE counts where there is a locale, and this one is everywhere.
+const Appearance german{"german", {"LANG=C.UTF-8", "LANGUAGE=de"}};
 
 void chooseDarkColours(const Home& home) {
     const auto folder = home.path() / "config" / "qt6ct";
@@ -128,6 +131,7 @@ int main(int count, char** arguments) {
             saveMenu(appearance, arguments[1], arguments[2]);
             savePreferences(appearance, arguments[1], arguments[2]);
         }
+        savePreferences(german, arguments[1], arguments[2]);
     } catch (const std::exception& error) {
         std::cerr << "screenshots: " << error.what() << "\n";
         return 1;

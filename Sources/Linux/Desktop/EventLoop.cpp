@@ -1,6 +1,7 @@
 #include "Linux/Desktop/EventLoop.h"
 
 #include "Linux/Desktop/MainQueue.h"
+#include "Linux/Desktop/Translations/Translations.h"
 
 #include <QApplication>
 #include <QPixmapCache>
@@ -25,6 +26,7 @@ int argumentCount = arguments.size() - 1;
 std::unique_ptr<QApplication> applicationWithWindows() {
     auto application = std::make_unique<QApplication>(argumentCount, arguments.data());
     QApplication::setQuitOnLastWindowClosed(false);
+    installTranslation(*application);
     QPixmapCache::setCacheLimit(0); // it would wake us half a minute after each menu
     QObject::connect(
         application.get(), &QApplication::commitDataRequest, application.get(),

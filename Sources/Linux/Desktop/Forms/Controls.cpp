@@ -2,6 +2,7 @@
 
 #include "Linux/Desktop/Forms/FormText.h"
 
+#include <QSignalBlocker>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -110,13 +111,16 @@ void PickerWidget::choose(std::size_t entry) {
         callCopy(select_, entry);
 }
 
+/// Assistive technologies toggle without a click.
 ToggleWidget::ToggleWidget(QWidget* parent) : QCheckBox(parent) {
-    connect(this, &QCheckBox::clicked, this, [this](bool isOn) { callCopy(setOn_, isOn); });
+    connect(this, &QCheckBox::toggled, this, [this](bool isOn) { callCopy(setOn_, isOn); });
 }
 
-void ToggleWidget::render(const Forms::Toggle& toggle, const QString& /*rowLabel*/) {
+void ToggleWidget::render(const Forms::Toggle& toggle, const QString& rowLabel) {
     setOn_ = toggle.setOn;
     setText(withoutMnemonic(wordsOf(toggle.label)));
+    setAccessibleDescription(rowLabel);
+    const QSignalBlocker silence(this);
     setChecked(toggle.isOn);
 }
 
@@ -125,11 +129,12 @@ ButtonWidget::ButtonWidget(QWidget* parent) : QPushButton(parent) {
     connect(this, &QPushButton::clicked, this, [this] { callCopy(action_); });
 }
 
-void ButtonWidget::render(const Forms::Button& button, const QString& /*rowLabel*/) {
+void ButtonWidget::render(const Forms::Button& button, const QString& rowLabel) {
     action_ = button.action;
     const QFont& inherited = parentWidget()->font();
     setFont(button.size == Forms::ControlSize::small ? smaller(inherited) : inherited);
     setText(withoutMnemonic(wordsOf(button.title)));
+    setAccessibleDescription(rowLabel);
 }
 
 /// Some styles leave no room around a long title.

@@ -22,7 +22,7 @@ QString wordsOfAll(const std::vector<Forms::View>& views) {
 struct Words {
     QString operator()(const Forms::Text& text) const { return wordsOf(text); }
     QString operator()(const Forms::FormattedText& text) const { return wordsOf(text); }
-    QString operator()(const Forms::Stack& stack) const { return wordsOfAll(stack.views); }
+    QString operator()(const Forms::Stack& stack) const { return wordsOf(stack); }
     QString operator()(const Forms::Label& label) const { return wordsOfAll(label.title); }
     QString operator()(const auto& /*control*/) const { return {}; }
 };
@@ -44,6 +44,10 @@ QString wordsOf(const Forms::FormattedText& text) {
     if (const auto place = words.indexOf(placeholder); place >= 0)
         words.replace(place, placeholder.size(), QString::fromStdString(text.value));
     return words;
+}
+
+QString wordsOf(const Forms::Stack& stack) {
+    return wordsOfAll(stack.views);
 }
 
 QString wordsOf(const Forms::View& view) {

@@ -18,7 +18,8 @@ QString localized(const std::string& english);
 QString wordsOf(const Forms::Text& text);
 QString wordsOf(const Forms::FormattedText& text);
 
-/// What a label says, in one line; empty when there are no texts in it.
+/// What the texts in it say, in one line; empty when there are none.
+QString wordsOf(const Forms::Stack& stack);
 QString wordsOf(const Forms::View& view);
 
 /// For widgets that would take "&" as the mark of a mnemonic.

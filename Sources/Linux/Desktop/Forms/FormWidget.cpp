@@ -1,5 +1,6 @@
 #include "Linux/Desktop/Forms/FormWidget.h"
 
+#include "Linux/Desktop/Forms/FormAccessible.h"
 #include "Linux/Desktop/Forms/FormText.h"
 #include "Linux/Desktop/Forms/Rendering.h"
 #include "Linux/Desktop/Forms/SectionWidget.h"
@@ -18,6 +19,7 @@ constexpr int betweenSections = 18;
 } // namespace
 
 FormWidget::FormWidget(QWidget* parent) : QWidget(parent) {
+    installFormAccessible();
     layout_.setContentsMargins(margin, margin, margin, margin);
     layout_.setSpacing(betweenSections);
 }

@@ -23,12 +23,14 @@ constexpr int toolkitsOwn = -1; // spacing of a QBoxLayout that follows the styl
 
 StackWidget::StackWidget(QWidget* parent) : QWidget(parent) {}
 
+/// A text beside controls says what they are about, where no label of the row does.
 void StackWidget::render(const Forms::Stack& stack, const QString& rowLabel) {
-    layout_.setDirection(stack.axis == Forms::Axis::horizontal ? QBoxLayout::LeftToRight
-                                                               : QBoxLayout::TopToBottom);
+    const bool isRow = stack.axis == Forms::Axis::horizontal;
+    const bool hasOwnLabel = isRow && rowLabel.isEmpty();
+    layout_.setDirection(isRow ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
     layout_.setSpacing(stack.spacing ? static_cast<int>(*stack.spacing) : toolkitsOwn);
     layout_.setContentsMargins(0, static_cast<int>(stack.topPadding), 0, 0);
-    renderAll(layout_, stack.views, rowLabel);
+    renderAll(layout_, stack.views, hasOwnLabel ? wordsOf(stack) : rowLabel);
     updateGeometry(); // tells the layout around, which is measured before the next event
 }
 

@@ -1,5 +1,6 @@
 #include "Linux/Desktop/Forms/SectionWidget.h"
 
+#include "Linux/Desktop/Forms/FormText.h"
 #include "Linux/Desktop/Forms/Rendering.h"
 
 #include <QPainter>
@@ -90,6 +91,8 @@ void SectionWidget::render(const Forms::Section& section) {
     header_.setVisible(section.header.has_value());
     if (section.header)
         header_.render(*section.header);
+    setAccessibleName(section.header ? wordsOf(*section.header) : QString());
+    setAccessibleDescription(section.footer.empty() ? QString() : wordsOf(section.footer.front()));
     panel_.render(section.rows);
     renderFooter(section.footer);
     updateGeometry();

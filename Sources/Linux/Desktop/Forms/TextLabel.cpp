@@ -21,6 +21,14 @@ void TextLabel::render(const Forms::FormattedText& text, const QString& /*rowLab
     setText(wordsOf(text));
 }
 
+/// As wide as the text in one line where there is room; QLabel would like a few lines better.
+QSize TextLabel::sizeHint() const {
+    const QMargins margins = contentsMargins();
+    const int line = fontMetrics().size(Qt::TextSingleLine, text()).width();
+    const int width = margins.left() + line + 1 + margins.right();
+    return {width, heightForWidth(width)};
+}
+
 void TextLabel::setStyle(Forms::Font font, Forms::ForegroundStyle style) {
     constexpr std::array opacities{1.0, 0.7, 0.5}; // primary, secondary, tertiary
     QFont own = parentWidget()->font();

@@ -16,6 +16,8 @@ public:
     void render(const Forms::Text& text, const QString& rowLabel = QString());
     void render(const Forms::FormattedText& text, const QString& rowLabel = QString());
 
+    QSize sizeHint() const override;
+
 private:
     void setStyle(Forms::Font font, Forms::ForegroundStyle style);
 

@@ -1,0 +1,98 @@
+// The preferences window as somebody meets it who has a screen reader and a keyboard.
+#include "Desktop/Desktop.h"
+#include "Desktop/Harness/Accessibility.h"
+#include "Desktop/Harness/Panel.h"
+#include "Desktop/Harness/WindowManager.h"
+
+namespace desktop {
+namespace {
+
+class Accessibility : public Desktop {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(isReady());
+        ASSERT_TRUE(panel_.hasIcon());
+        client_.movePointer(640, 300);
+        panel_.openedMenu();
+        panel_.choose("Settings…");
+        ASSERT_TRUE(tells("combo box Display = DUMMY0 (main), focused\n"));
+    }
+
+    std::string shown() const { return reader_.shown(QStringLiteral("tessary")); }
+
+    void act(const char* control) const {
+        reader_.act(QStringLiteral("tessary"), QString::fromUtf8(control));
+    }
+
+    /// Whether the window comes to have this line.
+    bool tells(const std::string& line) const {
+        return Panel::waitUntil([&] { return shown().find(line) != std::string::npos; });
+    }
+
+    Bus bus_;
+    Panel panel_{bus_};
+    ScreenReader reader_{home_, server_, bus_};
+    WindowManager windowManager_{home_, server_};
+    ChildProcess tessary_{
+        home_.commandOn(server_.display(), {bus_.environment(), TESSARY_PROGRAM})};
+};
+
+TEST_F(Accessibility, TellsWhatEachControlIsAboutAndWhatItShows) {
+    const std::string current = "Currently 1280 × 720  60 Hz.";
+    const std::string hint = "Click a shortcut to change it. ⎋ cancels, ⌫ clears. Shortcuts act on "
+                             "whichever display the pointer is on.";
+    ASSERT_TRUE(tells("push button Resolution 2 (F15)\n")) << "it has been drawn";
+    // clang-format off
+    EXPECT_EQ(shown(),
+        "frame Tessary\n"
+        "panel Resolutions (" + current + " " + hint + ")\nlabel Resolutions\n"
+        "label Display\ncombo box Display = DUMMY0 (main), focused\n"
+        "label Resolution 1\ncombo box Resolution 1 = 1920 × 1080  60 Hz\n"
+        "push button Resolution 1 (F14)\n"
+        "label Resolution 2\ncombo box Resolution 2 = 2560 × 1440  60 Hz\n"
+        "push button Resolution 2 (F15)\n"
+        "label " + current + "\nlabel " + hint + "\n"
+        "panel General\nlabel General\n"
+        "check box Start Tessary at login\n"
+        "label Updates\ncheck box Check automatically (Updates)\n"
+        "push button Check Now (Updates)\n"
+        "label Keyboard shortcuts\npush button Restore Defaults (Keyboard shortcuts)\n"
+        "label Function keys need one System Settings tweak\n"
+        "label Turn on Keyboard › “Use F1, F2, etc. keys as standard function keys”, or hold fn when "
+        "you press them.\n");
+    // clang-format on
+    server_.xrandr({"--output", "DUMMY1", "--off"});
+    EXPECT_TRUE(tells("combo box Display = DUMMY0, disabled\n")) << shown();
+}
+
+TEST_F(Accessibility, FollowsTheTabKeyThroughAllControls) {
+    for (const char* control :
+         {"combo box Resolution 1 = 1920 × 1080  60 Hz", "push button Resolution 1 (F14)",
+          "combo box Resolution 2 = 2560 × 1440  60 Hz", "push button Resolution 2 (F15)",
+          "check box Start Tessary at login", "check box Check automatically (Updates)",
+          "push button Check Now (Updates)", "push button Restore Defaults (Keyboard shortcuts)",
+          "combo box Display = DUMMY0 (main)"}) {
+        client_.tap(keys::tab);
+        EXPECT_TRUE(tells(control + std::string(", focused\n"))) << shown();
+    }
+}
+
+TEST_F(Accessibility, ActsOnControlsAndTellsWhatBecomesOfThem) {
+    act("push button Resolution 1");
+    EXPECT_TRUE(tells("push button Resolution 1 (Type a shortcut…), focused\n")) << shown();
+    EXPECT_FALSE(client_.isGrabbed(keys::f15)) << "free to be recorded";
+    client_.press(keys::super);
+    client_.tap(keys::k);
+    client_.release(keys::super);
+    EXPECT_TRUE(tells("push button Resolution 1 (⌘K), focused\n")) << shown();
+    act("push button Restore Defaults");
+    EXPECT_TRUE(tells("push button Resolution 1 (F14)")) << shown();
+    EXPECT_FALSE(home_.settings().contains("shortcut.one"));
+    act("check box Start Tessary at login");
+    EXPECT_TRUE(tells("check box Start Tessary at login, checked")) << shown();
+    const auto entry = home_.path() / "config/autostart/org.tessary.Tessary.desktop";
+    EXPECT_TRUE(client_.waitUntil([&] { return std::filesystem::exists(entry); }));
+}
+
+} // namespace
+} // namespace desktop
