@@ -14,4 +14,12 @@ std::filesystem::path runningProgram() {
     return path;
 }
 
+std::filesystem::path installationFolder() {
+    return runningProgram().parent_path().parent_path();
+}
+
+const char* runningVersion() {
+    return TESSARY_VERSION;
+}
+
 } // namespace tessary

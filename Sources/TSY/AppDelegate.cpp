@@ -41,6 +41,19 @@ bool AppDelegate::applicationShouldHandleReopen(NSApplication& /*application*/,
     return true;
 }
 
+bool AppDelegate::applicationPerformAction(NSApplication& /*application*/,
+                                           const std::string& action) {
+    if (action == "preferences")
+        preferences().show();
+    else if (action == "slot-one")
+        switchTo(Slot::one, std::nullopt);
+    else if (action == "slot-two")
+        switchTo(Slot::two, std::nullopt);
+    else
+        return false;
+    return true;
+}
+
 PreferencesWindowController& AppDelegate::preferences() {
     if (preferences_ == nullptr)
         preferences_ = PreferencesWindowController::make();

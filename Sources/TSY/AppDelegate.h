@@ -9,6 +9,7 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 
 namespace tsy {
 
@@ -35,6 +36,9 @@ public:
     void applicationDidFinishLaunching() override;
     void applicationWillTerminate() override;
     bool applicationShouldHandleReopen(NSApplication& application, bool hasVisibleWindows) override;
+
+    /// "slot-one" and "slot-two" do what the slot's hot key does, "preferences" shows them.
+    bool applicationPerformAction(NSApplication& application, const std::string& action) override;
 
     // Status menu (AppDelegateMenu.cpp)
     void menuWillOpen(NSMenu& menu) override;

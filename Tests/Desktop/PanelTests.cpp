@@ -78,6 +78,27 @@ TEST_F(PanelIcon, StandsInAnXTrayWhereThereIsNoBusAndOpensTheSameMenu) {
     EXPECT_EQ(tessary.lines(), Words{noPanel});
 }
 
+TEST_F(PanelIcon, ActionsFromOutsideDoWhatTheKeysDoWhetherTessaryRunsOrNot) {
+    const auto started = [this](const char* action) {
+        Words words = programOnBus();
+        words.insert(words.end(), {"--action", action});
+        return words;
+    };
+    client_.movePointer(640, 300);
+    ChildProcess first(started("slot-two")); // behind its own launch
+    Layout expected{{"DUMMY0", "2560x1440+0+0 60.00 Hz"}, {"DUMMY1", "1280x720+2560+0 60.00 Hz"}};
+    EXPECT_EQ(layoutOnce(expected), expected);
+    ChildProcess second(started("slot-one"));
+    EXPECT_EQ(second.wait(), 0);
+    expected = {{"DUMMY0", "1920x1080+0+0 59.96 Hz"}, {"DUMMY1", "1280x720+1920+0 60.00 Hz"}};
+    EXPECT_EQ(layoutOnce(expected), expected);
+    ChildProcess unknown(started("slot-three"));
+    EXPECT_EQ(unknown.wait(), 0);
+    EXPECT_TRUE(first.waitForLine("tessary: there is no action \"slot-three\""));
+    ChildProcess wrong(home_.commandOn(server_.display(), {TESSARY_PROGRAM, "--acton"}));
+    EXPECT_EQ(wrong.wait(), 2);
+}
+
 TEST_F(PanelIcon, SecondStartHandsOverToTheFirstUnlessThatRunsOnAnotherServer) {
     Panel panel(bus_);
     ChildProcess first(programOnBus());

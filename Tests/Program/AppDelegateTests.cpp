@@ -50,6 +50,21 @@ TEST_F(Delegate, ReopeningShowsThePreferencesAndMakesThemOnlyOnce) {
     EXPECT_EQ(state.takeLog(), "list modes of 1; activate");
 }
 
+TEST_F(Delegate, ActionsOfTheDesktopDoWhatHotKeysAndMenuDo) {
+    const auto logOf = [this](const char* action) {
+        EXPECT_TRUE(delegate->applicationPerformAction(NSApplication::shared(), action));
+        return state.takeLog();
+    };
+    for (const auto& [action, key] : {std::pair("slot-one", 107U), {"slot-two", 113U}}) {
+        press(key);
+        const std::string pressed = state.takeLog();
+        EXPECT_EQ(logOf(action), pressed);
+    }
+    EXPECT_TRUE(logOf("preferences").ends_with("centre"));
+    EXPECT_FALSE(delegate->applicationPerformAction(NSApplication::shared(), "slot-three"));
+    EXPECT_EQ(state.takeLog(), "");
+}
+
 TEST_F(Delegate, EmptySlotIsExplainedByThePreferencesOncePerRun) {
     state.displays[0].modes.clear();
     press(107);

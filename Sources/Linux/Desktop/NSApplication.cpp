@@ -1,5 +1,6 @@
 #include "Platform/AppKit/NSApplication.h"
 
+#include "Linux/Desktop/CommandLine.h"
 #include "Linux/Desktop/EventLoop.h"
 #include "Linux/Desktop/SessionBus.h"
 #include "Linux/Desktop/SingleInstance.h"
@@ -30,8 +31,8 @@ void openSessionOrExit() {
 }
 
 /// False when another instance does what this one was started for.
-bool isOnlyInstance(SingleInstance& instance) {
-    switch (instance.claim(tessary::sessionBus())) {
+bool isOnlyInstance(SingleInstance& instance, const std::optional<std::string>& action) {
+    switch (instance.claim(tessary::sessionBus(), action)) {
     case SingleInstance::Claim::first:
     case SingleInstance::Claim::alone:
         return true;
@@ -65,6 +66,11 @@ struct Sources {
     std::unique_ptr<QSocketNotifier> terminations;
 };
 
+void perform(NSApplicationDelegate& delegate, const std::string& action) {
+    if (!delegate.applicationPerformAction(NSApplication::shared(), action))
+        NSLog("tessary: there is no action \"" + action + "\"");
+}
+
 } // namespace
 
 NSApplication& NSApplication::shared() {
@@ -84,20 +90,28 @@ void NSApplication::terminate() {
 }
 
 void NSApplication::run() {
+    const auto action = tessary::actionOfCommandLineOrExit();
     openSessionOrExit(); // before the signals are held back: a server may keep us waiting
     const tessary::TerminationSignals signals;
     EventLoop loop;
     SingleInstance instance;
-    if (!isOnlyInstance(instance))
+    if (!isOnlyInstance(instance, action))
         return;
     tessary::Session::current()->displays().restorePermanentModes();
     instance.setReopenHandler([this] {
         if (const auto delegate = delegate_.lock())
             delegate->applicationShouldHandleReopen(*this, hasVisibleWindows());
     });
-    DispatchQueue::mainAsync([this, &instance] {
+    instance.setActionHandler([this](const std::string& name) {
         if (const auto delegate = delegate_.lock())
+            perform(*delegate, name);
+    });
+    DispatchQueue::mainAsync([this, &instance, action] {
+        if (const auto delegate = delegate_.lock()) {
             delegate->applicationDidFinishLaunching();
+            if (action)
+                perform(*delegate, *action);
+        }
         DispatchQueue::mainAsync([&instance] { instance.setLaunched(); });
     });
     const int status = loop.run([&signals] { return std::make_shared<Sources>(signals); });

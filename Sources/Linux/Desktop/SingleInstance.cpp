@@ -19,6 +19,9 @@ const QString service = QStringLiteral("org.tessary.Tessary");
 const QString path = QStringLiteral("/org/tessary/Tessary");
 const QString interface = QStringLiteral("org.freedesktop.Application");
 const QString otherDisplayError = QStringLiteral("org.tessary.Tessary.Error.OtherDisplay");
+const QString justActivate = QStringLiteral("Activate");
+const QString open = QStringLiteral("Open");
+const QString activateAction = QStringLiteral("ActivateAction");
 const QString displayEntry = QStringLiteral("display"); // of an activation's platform data
 
 constexpr int patience = 5000; // milliseconds; an instance that has stopped never answers
@@ -59,7 +62,8 @@ bool takeStarterMark() {
 
 } // namespace
 
-SingleInstance::Claim SingleInstance::claim(const std::optional<QDBusConnection>& bus) {
+SingleInstance::Claim SingleInstance::claim(const std::optional<QDBusConnection>& bus,
+                                            const std::optional<std::string>& action) {
     isStartedByBus_ = takeStarterMark();
     if (!bus)
         return Claim::alone;
@@ -67,14 +71,18 @@ SingleInstance::Claim SingleInstance::claim(const std::optional<QDBusConnection>
     QDBusConnection(*bus).registerVirtualObject(path, this);
     if (!isNameTaken(*bus))
         return Claim::first;
-    const Claim answer = activateOther(*bus);
+    const Claim answer = activateOther(*bus, action);
     // Whoever had the name may have ended instead of answering.
     return answer == Claim::refused && !isNameTaken(*bus) ? Claim::first : answer;
 }
 
-SingleInstance::Claim SingleInstance::activateOther(const QDBusConnection& bus) const {
-    auto activation =
-        QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("Activate"));
+SingleInstance::Claim
+SingleInstance::activateOther(const QDBusConnection& bus,
+                              const std::optional<std::string>& action) const {
+    auto activation = QDBusMessage::createMethodCall(service, path, interface,
+                                                     action ? activateAction : justActivate);
+    if (action)
+        activation << QString::fromStdString(*action) << QVariantList();
     activation << QVariantMap{{displayEntry, ownDisplay()}};
     const QDBusMessage reply = bus.call(activation, QDBus::Block, patience);
     if (reply.type() != QDBusMessage::ErrorMessage)
@@ -90,6 +98,10 @@ QString SingleInstance::introspect(const QString& /*path*/) const {
   <method name="Open">
     <arg type="as" direction="in" name="uris"/><arg type="a{sv}" direction="in" name="platform_data"/>
   </method>
+  <method name="ActivateAction">
+    <arg type="s" direction="in" name="action_name"/><arg type="av" direction="in" name="parameter"/>
+    <arg type="a{sv}" direction="in" name="platform_data"/>
+  </method>
 </interface>
 )xml");
 }
@@ -99,8 +111,9 @@ bool SingleInstance::handleMessage(const QDBusMessage& message, const QDBusConne
     if (!isOurs || message.path() != path)
         return false;
     const bool isActivation =
-        (message.member() == QLatin1String("Activate") && message.signature() == u"a{sv}") ||
-        (message.member() == QLatin1String("Open") && message.signature() == u"asa{sv}");
+        (message.member() == justActivate && message.signature() == u"a{sv}") ||
+        (message.member() == open && message.signature() == u"asa{sv}") ||
+        (message.member() == activateAction && message.signature() == u"sava{sv}");
     if (!isActivation)
         return false;
     const QDBusMessage answer = answerToActivation(message);
@@ -113,11 +126,27 @@ QDBusMessage SingleInstance::answerToActivation(const QDBusMessage& message) {
     if (serverOf(display) != serverOf(ownDisplay()))
         return message.createErrorReply(otherDisplayError,
                                         QStringLiteral("runs on ") + ownDisplay());
+    if (message.member() == activateAction)
+        perform(message.arguments().constFirst().toString());
+    else
+        activate();
+    return message.createReply();
+}
+
+// Both are done behind the launch, if that is still to come.
+
+void SingleInstance::activate() {
     if (isStartedByBus_)
         isStartedByBus_ = false;
     else if (reopen_)
-        DispatchQueue::mainAsync(reopen_); // behind the launch, if that is still to come
-    return message.createReply();
+        DispatchQueue::mainAsync(reopen_);
+}
+
+void SingleInstance::perform(const QString& action) {
+    isStartedByBus_ = false; // by this one
+    if (perform_)
+        DispatchQueue::mainAsync(
+            [perform = perform_, action = action.toStdString()] { perform(action); });
 }
 
 } // namespace tessary

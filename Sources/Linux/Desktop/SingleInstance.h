@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <optional>
+#include <string>
 
 namespace tessary {
 
@@ -21,13 +22,19 @@ public:
         refused,   ///< another instance runs and does not answer
     };
 
-    /// Takes the name, or tells whoever has it that the user has started the program again. Waits
-    /// for the bus, at most a few seconds.
-    Claim claim(const std::optional<QDBusConnection>& bus);
+    /// Takes the name, or tells whoever has it what the user has started the program for: an
+    /// action, or just again. Waits for the bus, at most a few seconds.
+    Claim claim(const std::optional<QDBusConnection>& bus,
+                const std::optional<std::string>& action);
 
     /// Has `reopen` called from the event loop for each later start; the one start that made the
     /// bus launch this process is none.
     void setReopenHandler(std::function<void()> reopen) { reopen_ = std::move(reopen); }
+
+    /// Has `perform` called from the event loop for each action that is asked for.
+    void setActionHandler(std::function<void(const std::string&)> perform) {
+        perform_ = std::move(perform);
+    }
 
     /// The launch is over.
     void setLaunched() { isStartedByBus_ = false; }
@@ -36,10 +43,13 @@ public:
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& bus) override;
 
 private:
-    Claim activateOther(const QDBusConnection& bus) const;
+    Claim activateOther(const QDBusConnection& bus, const std::optional<std::string>& action) const;
     QDBusMessage answerToActivation(const QDBusMessage& message);
+    void activate();
+    void perform(const QString& action);
 
     std::function<void()> reopen_;
+    std::function<void(const std::string&)> perform_;
     bool isStartedByBus_ = false; ///< by an activation that is still to come
 };
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 class NSApplication;
 
@@ -19,6 +20,11 @@ public:
     /// what it usually does then.
     virtual bool applicationShouldHandleReopen(NSApplication& application,
                                                bool hasVisibleWindows) = 0;
+
+    /// The user has chosen one of the actions that the desktop offers for the program, which are
+    /// named in its packaging. False for a name that the program does not know.
+    virtual bool applicationPerformAction(NSApplication& application,
+                                          const std::string& action) = 0;
 };
 
 enum class NSApplicationActivationPolicy {
