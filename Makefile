@@ -1,14 +1,15 @@
 # What there is to do with Tessary, each with one command. What they need is installed first.
-.PHONY: help build run test check bench screenshots clean
+.PHONY: help build run test check bench screenshots package clean
 
 help:
 	@echo "make build   build Tessary: build/release/tessary"
 	@echo "make run     build it and start it; without a desktop, show it on a virtual one"
 	@echo "             (make run ARGS=--stay leaves the virtual one running until Ctrl-C)"
 	@echo "make test    build and run all tests"
-	@echo "make check   formatting, static analysis, headers, includes, tests with sanitizers"
+	@echo "make check   formatting, static analysis, headers, includes, tests with sanitizers, package"
 	@echo "make bench   build and run the benchmarks"
 	@echo "make screenshots   make the pictures of menu and preferences in docs/ again"
+	@echo "make package make the Debian package in build/package (docs/packaging.md: PACKAGE_OPTIONS)"
 	@echo "make clean   delete all that was built"
 
 build:
@@ -26,7 +27,7 @@ test:
 	ctest --preset debug -j "$$(nproc)"
 
 check:
-	Tools/install-dependencies --check
+	Tools/install-dependencies --check --package
 	Tools/check
 
 bench:
@@ -38,6 +39,13 @@ screenshots: build
 	cmake --preset debug
 	cmake --build --preset debug --target screenshots
 	build/debug/screenshots build/release/tessary docs
+
+# The options of an earlier package are forgotten, what was compiled for it is not.
+package:
+	Tools/install-dependencies --package
+	rm -f build/package/CMakeCache.txt
+	cmake --preset package $(PACKAGE_OPTIONS)
+	cmake --build --preset package --target package
 
 clean:
 	rm -rf build

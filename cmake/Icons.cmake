@@ -28,5 +28,4 @@ function(add_symbol_pixmaps room)
   set_source_files_properties(${folder}/symbols.cpp PROPERTIES COMPILE_OPTIONS -w)
 endfunction()
 
-include(GNUInstallDirs)
 install(DIRECTORY Packaging/icons/hicolor DESTINATION ${CMAKE_INSTALL_DATADIR}/icons)

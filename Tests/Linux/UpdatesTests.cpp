@@ -1,11 +1,16 @@
+#include "Linux/Updates/UpdateSchedule.h"
 #include "Platform/Updates.h"
 
 #include <gtest/gtest.h>
+
+#include <QCoreApplication>
 
 #include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
+
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -25,6 +30,42 @@ TEST(Updates, KeepWhetherToCheckAutomaticallyWhichIsOffUntilSet) {
         EXPECT_EXIT(change(before, after), testing::ExitedWithCode(0), "") << before << after;
     ::unsetenv("XDG_CONFIG_HOME");
     std::filesystem::remove_all(root);
+}
+
+TEST(UpdateSchedule, WaitsForTheRestOfTheIntervalWhateverTheClockWas) {
+    struct Row {
+        std::optional<std::chrono::seconds> sinceLastCheck;
+        std::chrono::seconds wait;
+    };
+    const std::chrono::sys_seconds now{500'000h};
+    for (const auto& [since, wait] :
+         {Row{{}, 0s}, {0s, 24h}, {23h, 1h}, {24h, 0s}, {1000h, 0s}, {-1h, 24h}, {-100'000h, 24h}})
+        EXPECT_EQ(tessary::timeUntilNextCheck(
+                      now, since ? std::optional(now - *since) : std::nullopt, 24h),
+                  wait)
+            << (since ? since->count() : -1);
+}
+
+TEST(UpdateSchedule, RingsOnceInTheLoopOfThatMomentAndNotWhenCancelled) {
+    int count = 0;
+    char* arguments[] = {nullptr};
+    auto& schedule = tessary::UpdateSchedule::shared();
+    for (const bool isCancelled : {false, true}) {
+        {
+            int none = 0;
+            const QCoreApplication before(none, arguments);
+            const auto watch = schedule.watch();
+            schedule.set(0s, [&count] { ++count; });
+        }
+        int none = 0;
+        const QCoreApplication application(none, arguments);
+        const auto watch = schedule.watch();
+        if (isCancelled)
+            schedule.cancel();
+        for (int time = 0; time < 3; ++time)
+            QCoreApplication::processEvents(QEventLoop::AllEvents);
+        EXPECT_EQ(count, 1) << isCancelled;
+    }
 }
 
 } // namespace

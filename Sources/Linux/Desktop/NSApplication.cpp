@@ -7,6 +7,7 @@
 #include "Linux/Desktop/TerminationSignals.h"
 #include "Linux/Desktop/XEventSource.h"
 #include "Linux/Session.h"
+#include "Linux/Updates/UpdateSchedule.h"
 #include "Platform/Foundation.h"
 
 #include <QGuiApplication>
@@ -60,10 +61,12 @@ struct Sources {
                      NSLog("tessary: the X server is gone");
                      EventLoop::quit(failure);
                  }),
-          terminations(signals.watch([] { EventLoop::quit(); })) {}
+          terminations(signals.watch([] { EventLoop::quit(); })),
+          updates(tessary::UpdateSchedule::shared().watch()) {}
 
     tessary::XEventSource events;
     std::unique_ptr<QSocketNotifier> terminations;
+    std::unique_ptr<QSocketNotifier> updates;
 };
 
 void perform(NSApplicationDelegate& delegate, const std::string& action) {

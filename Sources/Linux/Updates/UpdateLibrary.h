@@ -1,20 +1,58 @@
-// What the update framework's library, libtessary-updates.so, exports. Whoever builds that library
-// includes this file; the program finds it at run time only.
+// What the program and the update framework's library, libtessary-updates.so, know of each other.
+// The library looks for updates, verifies them and talks to the user; the program keeps the
+// settings and the time. It opens the library for the first check.
 #pragma once
 
 #include <cstdint>
 
+class QWidget;
+
 extern "C" {
 
-/// Both functions are called on the main thread.
+/// How looking for an update has ended.
+enum TessaryUpdateOutcome : std::int32_t {
+    tessaryUpdateLooked = 0,      ///< the feed was read, whatever is in it
+    tessaryUpdateFailed = 1,      ///< it could not be read, or the user did not wait for it
+    tessaryUpdateInterrupted = 2, ///< the event loop has ended meanwhile
+};
+
+/// One check, and what the program does for it. Texts are UTF-8.
+struct TessaryUpdateRequest {
+    const char* feed;           ///< the address of the appcast
+    const char* publicKey;      ///< the Ed25519 key of the packages, its 32 bytes in base64
+    const char* runningVersion; ///< as in "1.10"
+    const char* skippedVersion; ///< that the user does not want to be told of; empty for none
+    bool isByUser;              ///< who is shown the progress and every result; else only news
+
+    /// Has `then` called later, from an event loop that can show windows.
+    void (*withWindows)(void (*then)());
+
+    /// Gives one of the library's windows the keyboard's focus, for which the user has asked. A
+    /// window manager would not believe the toolkit, which has not seen the click into the panel.
+    void (*takeFocus)(const QWidget* window);
+
+    /// Remembers that the user does not want this version.
+    void (*skip)(const char* version);
+
+    /// Looking has ended; called once, from the event loop or when that ends. What it has led to
+    /// may still be shown or downloaded.
+    void (*ended)(TessaryUpdateOutcome outcome);
+};
+
+/// All functions are called on the main thread.
 struct TessaryUpdateFunctions {
     std::uint32_t version; ///< 1; a library with another version is not used
 
-    /// False while a check runs, and where updates are not set up.
-    bool (*canCheckForUpdates)();
+    /// Looks for an update and returns at once. Not to be called while another check has not
+    /// ended or a window is shown. A check by the user is begun in a loop that can show windows.
+    /// The texts are needed for the call only.
+    void (*check)(const TessaryUpdateRequest* request);
 
-    /// Looks for an update now, with the framework's own dialogs, and returns at once.
-    void (*checkForUpdates)();
+    /// Whether a dialog of the library is on the screen.
+    bool (*isShowing)();
+
+    /// Brings that dialog to the front.
+    void (*bringToFront)();
 };
 
 /// The library's only symbol for the program.

@@ -1,84 +1,135 @@
 #include "Platform/Updates.h"
 
+#include "Linux/Desktop/EventLoop.h"
+#include "Linux/Desktop/Windows/WindowManager.h"
 #include "Linux/RunningProgram.h"
-#include "Linux/Store/Database.h"
-#include "Linux/Updates/UpdateLibrary.h"
+#include "Linux/Updates/LoadedUpdateLibrary.h"
+#include "Linux/Updates/UpdateConfiguration.h"
+#include "Linux/Updates/UpdateSchedule.h"
+#include "Linux/Updates/UpdateSettings.h"
 #include "Platform/AppKit/NSSound.h"
 #include "Platform/Foundation.h"
 
-#include <dlfcn.h>
+#include <algorithm>
 
-#include <cstdint>
-#include <optional>
-#include <system_error>
+using tessary::UpdateConfiguration;
+using tessary::UpdateSchedule;
+using tessary::UpdateSettings;
 
 namespace {
 
-using Functions = const TessaryUpdateFunctions*;
+constexpr std::chrono::seconds retryDelay = std::chrono::hours(1); // after a failure
 
-/// Where the framework puts its library, beside the program's folder.
-std::filesystem::path libraryFile() {
-    return tessary::runningProgram().parent_path().parent_path() / TESSARY_LIBRARY_FOLDER /
-           "libtessary-updates.so";
+bool isStarted = false;
+bool isChecking = false;
+bool isFailureReported = false;
+
+std::chrono::sys_seconds now() {
+    return std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now());
 }
 
-bool isInstalled() {
-    std::error_code error;
-    return std::filesystem::exists(libraryFile(), error);
+bool isSetUp() {
+    return tessary::isUpdateLibraryInstalled() && UpdateConfiguration::installed().isComplete();
 }
 
-/// Null, with a log line, when the library cannot be used.
-Functions loadedFunctions() {
-    void* library = ::dlopen(libraryFile().c_str(), RTLD_NOW | RTLD_LOCAL);
-    void* symbol = library != nullptr ? ::dlsym(library, "tessaryUpdateFunctions") : nullptr;
-    const auto* functions = static_cast<Functions>(symbol);
-    if (functions != nullptr && functions->version == 1)
-        return functions;
-    const std::string reason =
-        functions == nullptr ? ::dlerror() : libraryFile().string() + ": another version";
-    NSLog("tessary: updates cannot be looked for: " + reason);
-    return nullptr;
+bool checksAutomatically() {
+    const auto chosen = UpdateSettings::checksAutomatically();
+    return chosen ? *chosen : UpdateConfiguration::installed().checksAutomatically;
 }
 
-/// Nothing until the first check, so that a menu opens without loading the framework.
-std::optional<Functions>& functions() {
-    static std::optional<Functions> instance;
-    return instance;
+void checkOnSchedule();
+
+/// Waits for the next scheduled check, at least for `least`.
+void schedule(std::chrono::seconds least = {}) {
+    if (!isStarted || !isSetUp() || !checksAutomatically()) {
+        UpdateSchedule::shared().cancel();
+        return;
+    }
+    const auto delay = tessary::timeUntilNextCheck(now(), UpdateSettings::lastCheck(),
+                                                   UpdateConfiguration::installed().interval);
+    UpdateSchedule::shared().set(std::max(delay, least), checkOnSchedule);
+}
+
+void end(TessaryUpdateOutcome outcome) {
+    isChecking = false;
+    if (outcome == tessaryUpdateLooked)
+        UpdateSettings::setLastCheck(now());
+    if (outcome == tessaryUpdateFailed && !isFailureReported)
+        NSLog("tessary: updates could not be looked for");
+    if (outcome != tessaryUpdateInterrupted)
+        isFailureReported = outcome == tessaryUpdateFailed; // one line for days without a network
+    schedule(outcome == tessaryUpdateFailed ? retryDelay : std::chrono::seconds(0));
+}
+
+void begin(bool isByUser) {
+    const auto* library = tessary::loadUpdateLibrary();
+    isChecking = library != nullptr;
+    if (library == nullptr)
+        return;
+    const auto& configuration = UpdateConfiguration::installed();
+    const std::string skippedVersion = UpdateSettings::skippedVersion();
+    const TessaryUpdateRequest request{
+        .feed = configuration.feed.c_str(),
+        .publicKey = configuration.publicKey.c_str(),
+        .runningVersion = tessary::runningVersion(),
+        .skippedVersion = skippedVersion.c_str(),
+        .isByUser = isByUser,
+        .withWindows = [](void (*then)()) { tessary::EventLoop::needWindows(then); },
+        .takeFocus = [](const QWidget* window) { tessary::takeFocus(*window); },
+        .skip = [](const char* version) { UpdateSettings::setSkippedVersion(version); },
+        .ended = end,
+    };
+    library->check(&request);
+}
+
+bool isShowing() {
+    const auto* library = tessary::loadedUpdateLibrary();
+    return library != nullptr && library->isShowing();
+}
+
+void checkOnSchedule() {
+    if (isChecking || isShowing())
+        schedule(retryDelay);
+    else
+        begin(false);
 }
 
 } // namespace
 
 bool SPUUpdater::canCheckForUpdates() const {
-    if (!functions())
-        return isInstalled();
-    return *functions() != nullptr && (*functions())->canCheckForUpdates();
+    return !isChecking && isSetUp();
 }
 
 // NOLINTNEXTLINE(readability-make-member-function-const): as the contract has it
 void SPUUpdater::checkForUpdates() {
-    if (!functions() && isInstalled())
-        functions() = loadedFunctions();
-    if (functions() && canCheckForUpdates())
-        (*functions())->checkForUpdates();
-    else
+    const bool canCheck = canCheckForUpdates();
+    if (!canCheck)
         NSSound::beep();
+    if (isShowing()) {
+        tessary::loadedUpdateLibrary()->bringToFront();
+    } else if (canCheck) {
+        isChecking = true;
+        UpdateSchedule::shared().cancel();
+        tessary::EventLoop::needWindows([] { begin(true); });
+    }
 }
 
 bool SPUUpdater::automaticallyChecksForUpdates() const {
-    const auto rows = tessary::Database::shared().query(
-        "SELECT 1 FROM update_settings WHERE key = 'automaticallyChecks' AND value = 1");
-    return rows && !rows->empty();
+    return checksAutomatically();
 }
 
 void SPUUpdater::setAutomaticallyChecksForUpdates(bool automaticallyChecks) {
-    tessary::Database::shared().execute(
-        "INSERT INTO update_settings(key, value) VALUES('automaticallyChecks', ?) "
-        "ON CONFLICT(key) DO UPDATE SET value = excluded.value",
-        {std::int64_t{automaticallyChecks}});
+    UpdateSettings::setChecksAutomatically(automaticallyChecks);
+    schedule();
 }
 
-// Nothing starts here: the library comes with the first check and keeps its own schedule.
+// Behind the launch: the first check must not keep the icon waiting.
 std::shared_ptr<SPUStandardUpdaterController>
-SPUStandardUpdaterController::initWithStartingUpdater(bool /*startingUpdater*/) {
+SPUStandardUpdaterController::initWithStartingUpdater(bool startingUpdater) {
+    if (startingUpdater)
+        DispatchQueue::mainAsync([] {
+            isStarted = true;
+            schedule();
+        });
     return std::shared_ptr<SPUStandardUpdaterController>(new SPUStandardUpdaterController);
 }

@@ -1,0 +1,50 @@
+#include "Linux/Updates/Library/UpdateSession.h"
+#include "Linux/Updates/UpdateLibrary.h"
+
+namespace {
+
+using tessary::updates::UpdateSession;
+
+/// The last check, which stays when it has ended: what it calls does not end it, and nothing of
+/// ours runs after main.
+std::unique_ptr<UpdateSession>& session() {
+    static auto& session = *new std::unique_ptr<UpdateSession>;
+    return session;
+}
+
+void check(const TessaryUpdateRequest* request) {
+    session() = std::make_unique<UpdateSession>(UpdateSession::Request{
+        .feed = QString::fromUtf8(request->feed),
+        .publicKey = request->publicKey,
+        .runningVersion = QString::fromUtf8(request->runningVersion),
+        .skippedVersion = QString::fromUtf8(request->skippedVersion),
+        .isByUser = request->isByUser,
+        .withWindows = [withWindows =
+                            request->withWindows] { withWindows([] { session()->offer(); }); },
+        .takeFocus = [takeFocus =
+                          request->takeFocus](const QWidget& window) { takeFocus(&window); },
+        .skip = [skip = request->skip](const QString& version) { skip(qUtf8Printable(version)); },
+        .ended = request->ended,
+        .limits = {},
+        .downloadFolder = tessary::updates::downloadFolder(),
+    });
+}
+
+bool isShowing() {
+    return session() && session()->isShowing();
+}
+
+void bringToFront() {
+    if (session())
+        session()->bringToFront();
+}
+
+} // namespace
+
+// The one symbol that is not hidden.
+extern "C" Q_DECL_EXPORT const TessaryUpdateFunctions tessaryUpdateFunctions{
+    .version = 1,
+    .check = check,
+    .isShowing = isShowing,
+    .bringToFront = bringToFront,
+};

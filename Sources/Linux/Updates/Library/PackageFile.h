@@ -1,0 +1,56 @@
+// The file that a package is downloaded into: at first a partial one, whose name stands for exactly
+// this package, and at last one with a name for people.
+#pragma once
+
+#include "Linux/Updates/Library/Appcast.h"
+#include "Linux/Updates/Library/Failure.h"
+
+#include <QFile>
+
+#include <filesystem>
+#include <optional>
+#include <variant>
+
+namespace tessary::updates {
+
+class PackageFile {
+public:
+    PackageFile(UpdateItem item, QByteArray publicKey, std::filesystem::path folder);
+
+    /// Opens the partial file, in a folder that is made for its owner alone. Other files there are
+    /// deleted; a genuine one of this package becomes the partial file.
+    std::optional<Failure> open();
+
+    qint64 size() const { return file_.size(); }
+
+    /// Whether it is the whole package as it was signed.
+    bool isGenuine();
+
+    /// Fails when the bytes that are missing do not fit onto the disk.
+    std::optional<Failure> checkSpace() const;
+
+    /// What is appended stands at this offset next; what stands behind it is lost. A file that
+    /// cannot be written, or would become longer than announced, is deleted.
+    std::optional<Failure> beginAt(qint64 offset);
+    std::optional<Failure> append(const QByteArray& bytes);
+
+    /// Gives it a name that ends as its content demands. Nothing is to be done with it then.
+    std::variant<std::filesystem::path, Failure> publish();
+
+    /// Ends in a failure that says so.
+    Failure deleted(const QString& reason);
+
+private:
+    Failure unwritten();
+    std::optional<Failure> clearFolder() const;
+    bool isGenuine(const std::filesystem::path& file) const;
+
+    UpdateItem item_;
+    QByteArray publicKey_;
+    std::filesystem::path folder_;
+    std::string name_; ///< without what a kind of file ends with
+    std::filesystem::path partial_;
+    QFile file_;
+};
+
+} // namespace tessary::updates

@@ -1,0 +1,36 @@
+// What a transfer asks for, whom it asks, and what it says about its failures.
+#pragma once
+
+#include "Linux/Updates/Library/Transfer.h"
+
+#include <QNetworkProxyFactory>
+#include <QNetworkReply>
+#include <QNetworkRequest>
+
+namespace tessary::updates {
+
+/// HTTPS, or HTTP at a loopback address in numbers.
+bool isSecure(const QUrl& address);
+
+/// Whether a server at `from` may send us on to `to`.
+bool mayRedirect(const QUrl& from, const QUrl& to);
+
+/// For the file's bytes as they are, from an offset on, without cookies and credentials. It does
+/// not go on to another address by itself.
+QNetworkRequest networkRequest(const Transfer::Request& request);
+
+/// Where in the file the bytes of a partial answer begin; nothing when it does not say.
+std::optional<qint64> placeOf(const QNetworkReply& partial);
+
+/// Why there is no file: the server has answered so, its answer broke off, or there was none.
+Failure statusFailure(const QNetworkReply& reply);
+Failure interruption();
+Failure connectionFailure(const QNetworkReply& reply);
+
+/// The system's proxies, but none for this computer itself.
+class ProxyChoice : public QNetworkProxyFactory {
+public:
+    QList<QNetworkProxy> queryProxy(const QNetworkProxyQuery& query) override;
+};
+
+} // namespace tessary::updates

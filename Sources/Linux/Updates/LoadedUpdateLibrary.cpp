@@ -1,0 +1,55 @@
+#include "Linux/Updates/LoadedUpdateLibrary.h"
+
+#include "Linux/RunningProgram.h"
+#include "Platform/Foundation.h"
+
+#include <dlfcn.h>
+
+#include <filesystem>
+#include <string>
+#include <system_error>
+
+namespace tessary {
+
+namespace {
+
+constexpr std::uint32_t knownVersion = 1;
+
+const TessaryUpdateFunctions* functions = nullptr;
+bool isUseless = false;
+
+std::filesystem::path libraryFile() {
+    return installationFolder() / TESSARY_LIBRARY_FOLDER / "libtessary-updates.so";
+}
+
+const TessaryUpdateFunctions* refuse(const std::string& reason) {
+    NSLog("tessary: updates cannot be looked for: " + reason);
+    isUseless = true;
+    return nullptr;
+}
+
+} // namespace
+
+bool isUpdateLibraryInstalled() {
+    std::error_code error;
+    return functions != nullptr || (!isUseless && std::filesystem::exists(libraryFile(), error));
+}
+
+const TessaryUpdateFunctions* loadedUpdateLibrary() {
+    return functions;
+}
+
+const TessaryUpdateFunctions* loadUpdateLibrary() {
+    if (functions != nullptr || isUseless)
+        return functions;
+    void* library = ::dlopen(libraryFile().c_str(), RTLD_NOW | RTLD_LOCAL);
+    void* symbol = library != nullptr ? ::dlsym(library, "tessaryUpdateFunctions") : nullptr;
+    if (symbol == nullptr)
+        return refuse(::dlerror());
+    const auto* table = static_cast<const TessaryUpdateFunctions*>(symbol);
+    if (table->version != knownVersion)
+        return refuse(libraryFile().string() + ": another version");
+    return functions = table;
+}
+
+} // namespace tessary

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "Linux/Updates/UpdateLibrary.h"
+
+namespace tessary {
+
+/// Whether the framework's library is where Tessary's packages put it. One that has turned out to
+/// be of no use counts as missing.
+bool isUpdateLibraryInstalled();
+
+/// Null until `loadUpdateLibrary` has succeeded.
+const TessaryUpdateFunctions* loadedUpdateLibrary();
+
+/// Opens the library, for the rest of the process. Null, with one log line, when it cannot be used.
+const TessaryUpdateFunctions* loadUpdateLibrary();
+
+} // namespace tessary

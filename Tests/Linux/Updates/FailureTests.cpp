@@ -1,0 +1,150 @@
+#include "Linux/Updates/UpdateFixture.h"
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+
+#include <csignal>
+#include <limits>
+#include <ostream>
+
+namespace tessary::updates {
+namespace {
+
+using namespace std::chrono_literals;
+using Ending = ServerAnswer::Ending;
+
+struct FailureTest;
+
+struct Row {
+    const char* name;
+    void (*arrange)(FailureTest& test);
+    const char* words; ///< in the dialog that the user sees
+    bool isOfPackage = false;
+    bool isResumable = false;
+};
+
+void PrintTo(const Row& row, std::ostream* stream) {
+    *stream << row.name;
+}
+
+struct FailureTest : UpdateFixture, testing::WithParamInterface<Row> {
+    FailureTest() { ::getrlimit(RLIMIT_FSIZE, &usualLimit_); }
+    ~FailureTest() override { ::setrlimit(RLIMIT_FSIZE, &usualLimit_); }
+    FailureTest(const FailureTest&) = delete;
+    FailureTest& operator=(const FailureTest&) = delete;
+
+    ServerAnswer& feed() { return server->answers["/feed"]; }
+    ServerAnswer& answer() { return server->answers["/package"]; }
+
+    /// As a disk with so little space.
+    void limitFiles(rlim_t size) const {
+        std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit{.rlim_cur = size, .rlim_max = usualLimit_.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    }
+
+    /// The server stops before the end, for which this limit is meant.
+    void stopWithin(ServerAnswer& answer, std::chrono::milliseconds& limit) {
+        answer.announcedLength = answer.body.size();
+        answer.body.chop(100);
+        answer.ending = Ending::silence;
+        limit = 200ms;
+    }
+
+    std::optional<UpdateServer> otherServer;
+
+private:
+    rlimit usualLimit_{};
+};
+
+void redirectTo(ServerAnswer& answer, const QString& address) {
+    answer = {.status = 302, .headers = "Location: " + address.toUtf8() + "\r\n"};
+}
+
+const QByteArray entityBomb = [] {
+    QByteArray types = "<!ENTITY a0 \"bang\">";
+    for (int i = 1; i < 10; ++i)
+        types += "<!ENTITY a" + QByteArray::number(i) + " \"" +
+                 ("&a" + QByteArray::number(i - 1) + ";").repeated(10) + "\">";
+    return "<!DOCTYPE rss [" + types + "]><rss version=\"2.0\"><channel><item>&a9;</item>" +
+           "</channel></rss>";
+}();
+
+const Row rows[]{
+    {"unreachable_host", [](auto& t) { t.server->stop(); }, "cannot be reached"},
+    {"silent_server",
+     [](auto& t) {
+         t.feed().status = 0;
+         t.request.limits.silence = 200ms;
+     },
+     "took too long to answer"},
+    {"slow_feed", [](auto& t) { t.stopWithin(t.feed(), t.request.limits.feedTime); },
+     "took too long"},
+    {"no_such_feed", [](auto& t) { t.server->answers.erase("/feed"); }, "404"},
+    {"plain_http_elsewhere",
+     [](auto& t) { t.request.feed = QStringLiteral("http://updates.invalid/feed"); }, "not secure"},
+    {"endless_feed", [](auto& t) { t.feed().ending = Ending::repetition; }, "too large"},
+    {"feed_of_50_MiB", [](auto& t) { t.feed().body += QByteArray(50 << 20, ' '); }, "too large"},
+    {"damaged_feed", [](auto& t) { t.feed().body.chop(20); }, "damaged"},
+    {"entity_bomb", [](auto& t) { t.feed().body = entityBomb; }, "damaged"},
+    {"no_version", [](auto& t) { t.announce(&Announcement::version, "1.x"); }, "damaged"},
+    {"https_to_http",
+     [](auto& t) {
+         t.otherServer.emplace(UpdateServer::Security::ownCertificate);
+         redirectTo(t.otherServer->answers["/feed"], t.server->address("/feed"));
+         t.request.feed = t.otherServer->address("/feed");
+     },
+     "redirects to an address that is not secure"},
+    {"redirect_loop", [](auto& t) { redirectTo(t.feed(), t.server->address("/feed")); },
+     "redirects too often"},
+    {"no_such_package", [](auto& t) { t.server->answers.erase("/package"); }, "404", true, true},
+    {"slow_package", [](auto& t) { t.stopWithin(t.answer(), t.request.limits.silence); },
+     "took too long", true, true},
+    {"truncated_package",
+     [](auto& t) {
+         t.answer().announcedLength = t.package.size();
+         t.answer().body.chop(1000);
+     },
+     "ended before everything had come", true, true},
+    {"shorter_package", [](auto& t) { t.answer().body.chop(1000); }, "shorter than announced",
+     true},
+    {"longer_package", [](auto& t) { t.answer().body += 'p'; }, "larger than announced", true},
+    {"endless_package", [](auto& t) { t.answer().ending = Ending::repetition; },
+     "larger than announced", true},
+    {"other_package", [](auto& t) { t.answer().body.back() = 'q'; }, "signed", true},
+    {"signature_of_another_version",
+     [](auto& t) { t.announce(&Announcement::signature, t.publisher.signature("1.9", t.package)); },
+     "signed", true},
+    {"key_of_somebody_else", [](auto& t) { t.request.publicKey = Publisher().publicKey(); },
+     "signed", true},
+    {"no_key", [](auto& t) { t.request.publicKey = "none"; }, "signed", true},
+    {"full_disk", [](auto& t) { t.limitFiles(100'000); }, "could not be written", true},
+    {"more_than_the_disk_has",
+     [](auto& t) { t.announce(&Announcement::length, std::numeric_limits<qint64>::max()); },
+     "too little space", true, true},
+};
+
+INSTANTIATE_TEST_SUITE_P(Updates, FailureTest, testing::ValuesIn(rows),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST_P(FailureTest, EndsInOneDialogThatSaysWhy) {
+    GetParam().arrange(*this);
+    const auto outcome = GetParam().isOfPackage ? tessaryUpdateLooked : tessaryUpdateFailed;
+    if (GetParam().isOfPackage) {
+        ASSERT_TRUE(check(true, QStringLiteral("is available")));
+        ASSERT_TRUE(press(QStringLiteral("Install")));
+    } else {
+        check(true);
+    }
+    ASSERT_TRUE(says(QString::fromUtf8(GetParam().words)));
+    EXPECT_EQ(outcomes, std::vector{outcome});
+    ASSERT_TRUE(press(QStringLiteral("Close")));
+    EXPECT_TRUE(isQuiet());
+    EXPECT_EQ(outcomes.size(), 1);
+    EXPECT_EQ(files().size(), GetParam().isResumable ? 1 : 0);
+    for (const auto& name : files())
+        EXPECT_TRUE(name.ends_with(".part")) << name;
+}
+
+} // namespace
+} // namespace tessary::updates

@@ -1,0 +1,84 @@
+// One check against a server that announces 1.10, with the windows that it shows.
+#pragma once
+
+#include "Linux/Updates/Library/UpdateSession.h"
+#include "Publishing/Publisher.h"
+#include "Publishing/UpdateServer.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QTemporaryDir>
+
+#include <array>
+#include <type_traits>
+
+namespace tessary::updates {
+
+using namespace publishing;
+
+struct UpdateFixture : testing::Test {
+    /// With windows.
+    UpdateFixture();
+    ~UpdateFixture() override;
+    UpdateFixture(const UpdateFixture&) = delete;
+    UpdateFixture& operator=(const UpdateFixture&) = delete;
+
+    /// Makes application and server anew.
+    void begin(std::unique_ptr<QCoreApplication> (*makeApplication)());
+
+    /// Announces the version with one detail changed.
+    template <typename Detail>
+    void announce(Detail Announcement::*detail, const std::type_identity_t<Detail>& value) {
+        announcement.*detail = value;
+        server->answers["/feed"] = {.body = announcement.feed()};
+    }
+
+    /// Begins a check, when the one before has ended.
+    void check(bool isByUser);
+
+    /// The same, up to a dialog with this text.
+    testing::AssertionResult check(bool isByUser, const QString& text);
+
+    /// Runs the event loop until the condition holds; false when that takes too long.
+    static bool until(const std::function<bool()>& condition);
+
+    /// The only window on the screen; null for none, and also for several.
+    static QDialog* dialog();
+
+    /// Runs the event loop until the only window says that.
+    static testing::AssertionResult says(const QString& text);
+
+    /// All that a window says.
+    static QString textOf(const QDialog* dialog);
+
+    static testing::AssertionResult press(const QString& button);
+
+    /// Whether nothing is on the screen, and no session thinks so.
+    bool isQuiet() const;
+
+    /// The names in the download folder.
+    std::vector<std::string> files() const;
+
+    std::unique_ptr<QCoreApplication> application;
+    QTemporaryDir folder;
+    Publisher publisher;
+    QByteArray package;
+    Announcement announcement;
+    std::optional<UpdateServer> server; ///< does not outlive the application
+    UpdateSession::Request request;
+    std::unique_ptr<UpdateSession> session;
+    std::vector<TessaryUpdateOutcome> outcomes; ///< of all checks
+    QStringList skipped;
+};
+
+template <typename Application>
+std::unique_ptr<QCoreApplication> makeApplication() {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    static int count = 1;
+    static char name[] = "test";
+    static std::array<char*, 2> arguments{name, nullptr};
+    return std::make_unique<Application>(count, arguments.data());
+}
+
+} // namespace tessary::updates
