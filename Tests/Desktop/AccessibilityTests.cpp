@@ -1,20 +1,14 @@
 // The preferences window as somebody meets it who has a screen reader and a keyboard.
 #include "Desktop/Desktop.h"
 #include "Desktop/Harness/Accessibility.h"
-#include "Desktop/Harness/Panel.h"
-#include "Desktop/Harness/WindowManager.h"
 
 namespace desktop {
 namespace {
 
-class Accessibility : public Desktop {
+class Accessibility : public PanelDesktop {
 protected:
     void SetUp() override {
-        ASSERT_TRUE(isReady());
-        ASSERT_TRUE(panel_.hasIcon());
-        client_.movePointer(640, 300);
-        panel_.openedMenu();
-        panel_.choose("Settings…");
+        choosePreferences();
         ASSERT_TRUE(tells("combo box Display = DUMMY0 (main), focused\n"));
     }
 
@@ -29,12 +23,8 @@ protected:
         return Panel::waitUntil([&] { return shown().find(line) != std::string::npos; });
     }
 
-    Bus bus_;
-    Panel panel_{bus_};
     ScreenReader reader_{home_, server_, bus_};
-    WindowManager windowManager_{home_, server_};
-    ChildProcess tessary_{
-        home_.commandOn(server_.display(), {bus_.environment(), TESSARY_PROGRAM})};
+    ChildProcess tessary_{programOnBus()};
 };
 
 TEST_F(Accessibility, TellsWhatEachControlIsAboutAndWhatItShows) {

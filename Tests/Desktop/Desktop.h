@@ -2,7 +2,9 @@
 #pragma once
 
 #include "Desktop/Harness/Client.h"
+#include "Desktop/Harness/Panel.h"
 #include "Desktop/Harness/Session.h"
+#include "Desktop/Harness/WindowManager.h"
 
 #include <csignal>
 
@@ -51,6 +53,34 @@ protected:
     Home home_;
     XServer server_{home_};
     Client client_{server_.display()};
+};
+
+/// The same with a message bus.
+class BusDesktop : public Desktop {
+protected:
+    Words programOnBus(const Words& arguments = {}) const {
+        Words words{bus_.environment(), TESSARY_PROGRAM};
+        words.insert(words.end(), arguments.begin(), arguments.end());
+        return home_.commandOn(server_.display(), words);
+    }
+
+    Bus bus_;
+};
+
+/// And with a panel and a window manager.
+class PanelDesktop : public BusDesktop {
+protected:
+    /// Chooses them from the menu of the program that has been started.
+    void choosePreferences() {
+        ASSERT_TRUE(isReady());
+        ASSERT_TRUE(panel_.hasIcon());
+        client_.movePointer(640, 300);
+        panel_.openedMenu();
+        panel_.choose("Settings…");
+    }
+
+    Panel panel_{bus_};
+    WindowManager windowManager_{home_, server_};
 };
 
 } // namespace desktop

@@ -1,19 +1,11 @@
 // The program's icon in a panel: its menu on the bus, and who runs when it is started twice.
 #include "Desktop/Desktop.h"
-#include "Desktop/Harness/Panel.h"
 #include "Desktop/Harness/Tray.h"
 
 namespace desktop {
 namespace {
 
-class PanelIcon : public Desktop {
-protected:
-    Words programOnBus() const {
-        return home_.commandOn(server_.display(), {bus_.environment(), TESSARY_PROGRAM});
-    }
-
-    Bus bus_;
-};
+using PanelIcon = BusDesktop;
 
 TEST_F(PanelIcon, OpensAMenuWhoseEntriesSwitchTheDisplaysTheyName) {
     Panel panel(bus_);
@@ -79,11 +71,7 @@ TEST_F(PanelIcon, StandsInAnXTrayWhereThereIsNoBusAndOpensTheSameMenu) {
 }
 
 TEST_F(PanelIcon, ActionsFromOutsideDoWhatTheKeysDoWhetherTessaryRunsOrNot) {
-    const auto started = [this](const char* action) {
-        Words words = programOnBus();
-        words.insert(words.end(), {"--action", action});
-        return words;
-    };
+    const auto started = [this](const char* action) { return programOnBus({"--action", action}); };
     client_.movePointer(640, 300);
     ChildProcess first(started("slot-two")); // behind its own launch
     Layout expected{{"DUMMY0", "2560x1440+0+0 60.00 Hz"}, {"DUMMY1", "1280x720+2560+0 60.00 Hz"}};

@@ -1,9 +1,7 @@
 // The preferences window under a window manager, used by keyboard as somebody would who has no
 // mouse.
 #include "Desktop/Desktop.h"
-#include "Desktop/Harness/Panel.h"
 #include "Desktop/Harness/RepeatCounter.h"
-#include "Desktop/Harness/WindowManager.h"
 #include "Desktop/Harness/Windows.h"
 
 namespace desktop {
@@ -11,18 +9,10 @@ namespace {
 
 constexpr std::uint16_t super = XCB_MOD_MASK_4;
 
-class Preferences : public Desktop {
+class Preferences : public PanelDesktop {
 protected:
-    Words programOnBus() const {
-        return home_.commandOn(server_.display(), {bus_.environment(), TESSARY_PROGRAM});
-    }
-
     void SetUp() override {
-        ASSERT_TRUE(isReady());
-        ASSERT_TRUE(panel_.hasIcon());
-        client_.movePointer(640, 300);
-        panel_.openedMenu();
-        panel_.choose("Settings…");
+        choosePreferences();
         ASSERT_TRUE(isOpen());
     }
 
@@ -76,9 +66,6 @@ protected:
         return home_.settings()[key];
     }
 
-    Bus bus_;
-    Panel panel_{bus_};
-    WindowManager windowManager_{home_, server_};
     ChildProcess tessary_{programOnBus()};
     int focused_ = display;
 };

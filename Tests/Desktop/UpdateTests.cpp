@@ -2,8 +2,6 @@
 // but this computer.
 #include "Desktop/Desktop.h"
 #include "Desktop/Harness/Accessibility.h"
-#include "Desktop/Harness/Panel.h"
-#include "Desktop/Harness/WindowManager.h"
 #include "Publishing/Publisher.h"
 #include "Publishing/UpdateServer.h"
 
@@ -16,7 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class Updates : public Desktop {
+class Updates : public PanelDesktop {
 protected:
     /// Announces 1.10 and installs a Tessary of its own, which looks there.
     void SetUp() override {
@@ -73,10 +71,7 @@ protected:
 
     fs::path prefix_ = home_.path() / "installed";
     fs::path handed_ = home_.path() / "handed-over";
-    Bus bus_;
-    Panel panel_{bus_};
     ScreenReader reader_{home_, server_, bus_};
-    WindowManager windowManager_{home_, server_};
     publishing::UpdateServer updateServer_;
     publishing::Publisher publisher_;
     QByteArray package_ = "This stands for a package.\n";
