@@ -50,20 +50,21 @@ std::optional<KeyGrabs::Refusal> KeyGrabs::take(HotKey& hotKey) {
     if (hardware.empty() || !modifiers)
         return Refusal::unknownKey;
     hotKey.modifiers = *modifiers;
+    // In one batch with the grabs and before them: a press behind them is one of its own.
+    const auto keysThatAreDown = xcb_query_keymap(connection_.get());
     for (const std::uint8_t hardwareKey : hardware) {
         const auto key = static_cast<xcb_keycode_t>(hardwareKey + hardwareOffset);
         if (takeKey(key, *modifiers))
             hotKey.keys.push_back(key);
     }
-    noteKeysThatAreDown(hotKey);
+    noteOlderPresses(hotKey, keysThatAreDown);
     return hotKey.keys.empty() ? std::optional(Refusal::taken) : std::nullopt;
 }
 
-void KeyGrabs::noteKeysThatAreDown(const HotKey& hotKey) {
+void KeyGrabs::noteOlderPresses(const HotKey& hotKey, xcb_query_keymap_cookie_t question) {
     constexpr unsigned bitsPerByte = 8;
-    auto* x = connection_.get();
     const XReply<xcb_query_keymap_reply_t> keymap(
-        xcb_query_keymap_reply(x, xcb_query_keymap(x), nullptr));
+        xcb_query_keymap_reply(connection_.get(), question, nullptr));
     for (const xcb_keycode_t key : hotKey.keys) {
         const unsigned byte = keymap ? keymap->keys[key / bitsPerByte] : 0U;
         if ((byte >> (key % bitsPerByte) & 1U) != 0)

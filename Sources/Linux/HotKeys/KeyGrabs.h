@@ -63,7 +63,7 @@ private:
     std::optional<Refusal> take(HotKey& hotKey);
     bool takeKey(xcb_keycode_t key, std::uint16_t modifiers);
     void release(const HotKey& hotKey);
-    void noteKeysThatAreDown(const HotKey& hotKey);
+    void noteOlderPresses(const HotKey& hotKey, xcb_query_keymap_cookie_t question);
     bool repeatsAnOlderPress(xcb_keycode_t key);
     void renewGrabs();
 
