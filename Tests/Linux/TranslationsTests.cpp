@@ -18,6 +18,7 @@ TEST(Translations, AreChosenAsTheEnvironmentAsks) {
           {"LANG=de_DE.UTF-8 LC_MESSAGES=fr_FR.UTF-8 LC_ALL=ja_JP.UTF-8", "ja"},
           {"LANG=C.UTF-8 LANGUAGE=de:en", "de"},
           {"LANG=en_GB.UTF-8 LANGUAGE=en:de", ""}, // no file, and yet the first choice
+          {"LANG=C.UTF-8 LANGUAGE=C:de", ""},
           {"LANG=pt_BR.UTF-8 LANGUAGE=pt_BR:xx:es:de", "es"},
           {"LANG=de_DE.UTF-8 LC_ALL=C LANGUAGE=de", ""},
           {"LANG=de_DE.UTF-8 LC_ALL=C.UTF-8", ""},

@@ -2,6 +2,8 @@
 
 #include "Linux/RunningProgram.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
@@ -22,6 +24,8 @@ constexpr const char* help =
     "                  preferences           show the preferences\n"
     "  --version       print the version\n"
     "  --help          print this\n";
+
+constexpr std::array actions{"slot-one", "slot-two", "preferences"};
 
 /// Without the program's name.
 std::vector<std::string> arguments() {
@@ -45,7 +49,8 @@ std::optional<std::string> actionOfCommandLineOrExit() {
     const auto words = arguments();
     if (words.empty())
         return std::nullopt;
-    if (words.size() == 2 && words[0] == "--action")
+    if (words.size() == 2 && words[0] == "--action" &&
+        std::ranges::find(actions, words[1]) != actions.end())
         return words[1];
     if (words.size() == 1 && words[0] == "--version")
         print("tessary " + std::string(runningVersion()) + "\n");

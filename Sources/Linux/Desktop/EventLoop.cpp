@@ -1,6 +1,7 @@
 #include "Linux/Desktop/EventLoop.h"
 
 #include "Linux/Desktop/MainQueue.h"
+#include "Linux/Desktop/SymbolIcon.h"
 #include "Linux/Desktop/Translations/Translations.h"
 
 #include <QApplication>
@@ -26,6 +27,8 @@ int argumentCount = arguments.size() - 1;
 std::unique_ptr<QApplication> applicationWithWindows() {
     auto application = std::make_unique<QApplication>(argumentCount, arguments.data());
     QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setWindowIcon(
+        QIcon::fromTheme(QStringLiteral("org.tessary.Tessary"), symbolIcon("display")));
     installTranslation(*application);
     QPixmapCache::setCacheLimit(0); // it would wake us half a minute after each menu
     QObject::connect(

@@ -7,6 +7,7 @@
 #include "Linux/Desktop/TerminationSignals.h"
 #include "Linux/Desktop/XEventSource.h"
 #include "Linux/Session.h"
+#include "Linux/Updates/LoadedUpdateLibrary.h"
 #include "Linux/Updates/UpdateSchedule.h"
 #include "Platform/Foundation.h"
 
@@ -121,6 +122,7 @@ void NSApplication::run() {
     if (const auto delegate = delegate_.lock())
         delegate->applicationWillTerminate();
     tessary::exitIfBusHangs(status);
+    tessary::exitIfUpdateLibraryIsLoaded(status);
     if (status != 0)
         std::exit(status);
 }

@@ -5,6 +5,7 @@
 
 #include <dlfcn.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <system_error>
@@ -50,6 +51,11 @@ const TessaryUpdateFunctions* loadUpdateLibrary() {
     if (table->version != knownVersion)
         return refuse(libraryFile().string() + ": another version");
     return functions = table;
+}
+
+void exitIfUpdateLibraryIsLoaded(int status) {
+    if (functions != nullptr)
+        std::_Exit(status);
 }
 
 } // namespace tessary

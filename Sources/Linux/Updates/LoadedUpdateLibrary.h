@@ -14,4 +14,8 @@ const TessaryUpdateFunctions* loadedUpdateLibrary();
 /// Opens the library, for the rest of the process. Null, with one log line, when it cannot be used.
 const TessaryUpdateFunctions* loadUpdateLibrary();
 
+/// Ends the process at once if the library was loaded: the end of its network classes would wait
+/// for servers of names that do not answer.
+void exitIfUpdateLibraryIsLoaded(int status);
+
 } // namespace tessary

@@ -12,8 +12,9 @@ extern "C" {
 /// How looking for an update has ended.
 enum TessaryUpdateOutcome : std::int32_t {
     tessaryUpdateLooked = 0,      ///< the feed was read, whatever is in it
-    tessaryUpdateFailed = 1,      ///< it could not be read, or the user did not wait for it
+    tessaryUpdateFailed = 1,      ///< it could not be read
     tessaryUpdateInterrupted = 2, ///< the event loop has ended meanwhile
+    tessaryUpdateCancelled = 3,   ///< the user did not wait for it
 };
 
 /// One check, and what the program does for it. Texts are UTF-8.

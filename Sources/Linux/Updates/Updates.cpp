@@ -11,6 +11,7 @@
 #include "Platform/Foundation.h"
 
 #include <algorithm>
+#include <utility>
 
 using tessary::UpdateConfiguration;
 using tessary::UpdateSchedule;
@@ -45,6 +46,9 @@ void schedule(std::chrono::seconds least = {}) {
         UpdateSchedule::shared().cancel();
         return;
     }
+    // The clock was wrong then, and that must not go on for years.
+    if (UpdateSettings::lastCheck() > now())
+        UpdateSettings::setLastCheck(now());
     const auto delay = tessary::timeUntilNextCheck(now(), UpdateSettings::lastCheck(),
                                                    UpdateConfiguration::installed().interval);
     UpdateSchedule::shared().set(std::max(delay, least), checkOnSchedule);
@@ -54,16 +58,20 @@ void end(TessaryUpdateOutcome outcome) {
     isChecking = false;
     if (outcome == tessaryUpdateLooked)
         UpdateSettings::setLastCheck(now());
-    if (outcome == tessaryUpdateFailed && !isFailureReported)
+    // One line for days without a network.
+    if (outcome == tessaryUpdateFailed && !std::exchange(isFailureReported, true))
         NSLog("tessary: updates could not be looked for");
-    if (outcome != tessaryUpdateInterrupted)
-        isFailureReported = outcome == tessaryUpdateFailed; // one line for days without a network
-    schedule(outcome == tessaryUpdateFailed ? retryDelay : std::chrono::seconds(0));
+    if (outcome == tessaryUpdateLooked)
+        isFailureReported = false;
+    const bool isToWait = outcome == tessaryUpdateFailed || outcome == tessaryUpdateCancelled;
+    schedule(isToWait ? retryDelay : std::chrono::seconds(0));
 }
 
 void begin(bool isByUser) {
     const auto* library = tessary::loadUpdateLibrary();
     isChecking = library != nullptr;
+    if (library == nullptr && isByUser)
+        NSSound::beep();
     if (library == nullptr)
         return;
     const auto& configuration = UpdateConfiguration::installed();
@@ -94,6 +102,15 @@ void checkOnSchedule() {
         begin(false);
 }
 
+/// In a loop with windows. What a scheduled check has found may have come to be shown meanwhile.
+void checkForUser() {
+    if (!isShowing())
+        return begin(true);
+    isChecking = false;
+    tessary::loadedUpdateLibrary()->bringToFront();
+    schedule();
+}
+
 } // namespace
 
 bool SPUUpdater::canCheckForUpdates() const {
@@ -110,7 +127,7 @@ void SPUUpdater::checkForUpdates() {
     } else if (canCheck) {
         isChecking = true;
         UpdateSchedule::shared().cancel();
-        tessary::EventLoop::needWindows([] { begin(true); });
+        tessary::EventLoop::needWindows(checkForUser);
     }
 }
 

@@ -54,6 +54,13 @@ TEST(Appcast, TheNewestVersionThatRunsHereIsOffered) {
         EXPECT_EQ(newest(feedOf(items), system), expected) << items;
 }
 
+TEST(Appcast, NotesAreCutToWhatCanBeLaidOutInTime) {
+    const auto items =
+        itemsOf(feedOf(item("2", element("description", std::string(100'000, 'x')))));
+    ASSERT_TRUE(items && items->size() == 1);
+    EXPECT_EQ(items->front().notes.size(), 20'000);
+}
+
 TEST(Appcast, ItemsThatMakeNoSenseArePassedOver) {
     // clang-format off
     const std::pair<std::string, std::string> changes[]{

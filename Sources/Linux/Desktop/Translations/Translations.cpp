@@ -47,7 +47,7 @@ bool areTheSame(const QLocale& language, const QLocale& other) {
 QString translationFor(const QProcessEnvironment& environment) {
     for (const QString& name : languagesIn(environment)) {
         const QLocale wanted(name);
-        if (wanted.language() == QLocale::English)
+        if (wanted.language() == QLocale::English || name == u"C")
             break;
         for (const QString& language : translations())
             if (areTheSame(QLocale(language), wanted))

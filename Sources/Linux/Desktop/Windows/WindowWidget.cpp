@@ -1,6 +1,5 @@
 #include "Linux/Desktop/Windows/WindowWidget.h"
 
-#include "Linux/Desktop/SymbolIcon.h"
 #include "Linux/Desktop/Windows/WindowManager.h"
 
 #include <QCloseEvent>
@@ -34,7 +33,6 @@ std::shared_ptr<NSWindow> windowOf(const QWidget& widget) {
 WindowWidget::WindowWidget(const std::shared_ptr<NSWindow>& window)
     : QWidget(nullptr, flagsOf(window->styleMask())), window_(window) {
     setWindowTitle(QString::fromStdString(window->title()));
-    setWindowIcon(QIcon::fromTheme(QStringLiteral("org.tessary.Tessary"), symbolIcon("display")));
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSizeConstraint(QLayout::SetFixedSize);

@@ -11,6 +11,9 @@ namespace {
 
 constexpr QStringView ownNamespace = u"urn:x-tessary:updates";
 constexpr qsizetype signatureLength = 64;
+constexpr qsizetype mostLetters =
+    20'000;                          // of notes: a text of millions would take minutes to lay out
+constexpr qsizetype mostDigits = 40; // of a version, which also becomes a file's name
 
 /// The conversions of QString also take signs and blanks.
 bool isDigits(QStringView text) {
@@ -100,7 +103,7 @@ private:
             return item.minimumSystem.has_value();
         }
         if (isAt(u"description"))
-            item.notes = text().trimmed();
+            item.notes = text().trimmed().left(mostLetters);
         else
             xml_.skipCurrentElement();
         return true;
@@ -136,6 +139,8 @@ bool runsOn(const System& system, const UpdateItem& item) {
 } // namespace
 
 std::optional<QVersionNumber> versionFromText(const QString& text) {
+    if (text.size() > mostDigits)
+        return std::nullopt;
     QVector<int> segments;
     for (const auto& digits : QStringView(text).split(u'.')) {
         bool isNumber = false;

@@ -23,7 +23,7 @@
 namespace tessary::updates {
 
 /// "1.10" is above "1.9", and "1.0" is "1". Nothing when the text is not whole numbers with dots
-/// between them.
+/// between them, or longer than anybody would write it.
 std::optional<QVersionNumber> versionFromText(const QString& text);
 
 /// An operating system: as in "debian" and 12.
@@ -40,7 +40,7 @@ struct UpdateItem {
     QString versionText; ///< as it stands in the feed
     QVersionNumber version;
     std::optional<System> minimumSystem;
-    QString notes; ///< plain text
+    QString notes; ///< plain text; the end of a very long one is missing
     QUrl package;
     qint64 length = 0;    ///< of the package, in bytes; above 0
     QByteArray signature; ///< 64 bytes

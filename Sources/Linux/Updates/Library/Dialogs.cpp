@@ -1,7 +1,6 @@
 #include "Linux/Updates/Library/Dialogs.h"
 
 #include <QDialogButtonBox>
-#include <QIcon>
 #include <QLocale>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -47,7 +46,6 @@ QDialogButtonBox* addButtons(QDialog& dialog) {
 /// A column, wide enough for sentences.
 QVBoxLayout* setUp(QDialog& dialog) {
     dialog.setWindowTitle(QStringLiteral("Software Update"));
-    dialog.setWindowIcon(QIcon::fromTheme(QStringLiteral("org.tessary.Tessary")));
     auto* column = new QVBoxLayout(&dialog);
     column->addStrut(lineLength * dialog.fontMetrics().averageCharWidth());
     column->setSpacing(2 * column->spacing());
@@ -121,7 +119,6 @@ ProgressDialog::ProgressDialog(const QString& heading) {
     bar_->setTextVisible(false);
     layout()->addWidget(bar_);
     amount_ = addLabel(*this, QString());
-    amount_->hide();
     addButtons(*this)->addButton(QStringLiteral("&Cancel"), QDialogButtonBox::RejectRole);
     setHeading(heading);
 }
@@ -140,6 +137,7 @@ void ProgressDialog::setHeading(const QString& heading) {
     heading_->setText(heading);
     bar_->setAccessibleName(heading);
     bar_->setRange(0, 0);
+    amount_->hide();
 }
 
 } // namespace tessary::updates

@@ -1,6 +1,8 @@
 #include "Linux/Updates/Library/UpdateSession.h"
 #include "Linux/Updates/UpdateLibrary.h"
 
+#include <QCoreApplication>
+
 namespace {
 
 using tessary::updates::UpdateSession;
@@ -12,7 +14,17 @@ std::unique_ptr<UpdateSession>& session() {
     return session;
 }
 
+/// An application object waits at its end for all look-ups of names, and so would the user, half a
+/// minute for a server of names that does not answer. They come to nothing by themselves.
+void leaveLookUpsBehind() {
+    auto* application = QCoreApplication::instance();
+    QObject::connect(application, &QCoreApplication::aboutToQuit, application, [application] {
+        QObject::disconnect(application, &QObject::destroyed, nullptr, nullptr);
+    });
+}
+
 void check(const TessaryUpdateRequest* request) {
+    leaveLookUpsBehind();
     session() = std::make_unique<UpdateSession>(UpdateSession::Request{
         .feed = QString::fromUtf8(request->feed),
         .publicKey = request->publicKey,

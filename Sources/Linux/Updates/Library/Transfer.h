@@ -17,7 +17,7 @@ namespace tessary::updates {
 struct TransferLimits {
     std::chrono::milliseconds silence{30'000};  ///< without a single byte
     std::chrono::milliseconds feedTime{60'000}; ///< for a whole feed
-    qint64 feedSize = qint64{4} * 1024 * 1024;  ///< in bytes
+    qint64 feedSize = qint64{256} * 1024; ///< in bytes; reading it must not take noticeable time
 };
 
 /// A running request. Its destruction ends it without a word; its functions may do that too. They

@@ -23,7 +23,7 @@ QByteArray bytesOfKey(const QByteArray& base64) {
 UpdateSession::UpdateSession(Request request) : request_(std::move(request)) {
     if (request_.isByUser) {
         show(DialogHandle<QDialog>(new ProgressDialog(QStringLiteral("Looking for updates…"))),
-             [this](int) { endLooking(tessaryUpdateFailed); });
+             [this](int) { endLooking(tessaryUpdateCancelled); });
         bringToFront(); // the dialogs after it come while the user may be typing elsewhere
     } else {
         watchLoop();
