@@ -9,7 +9,7 @@ help:
 	@echo "make check   formatting, static analysis, headers, includes, tests with sanitizers, package"
 	@echo "make bench   build and run the benchmarks"
 	@echo "make screenshots   make the pictures of menu and preferences in docs/ again"
-	@echo "make package make the Debian package in build/package (docs/packaging.md: PACKAGE_OPTIONS)"
+	@echo "make package make the Debian package in build/release (docs/packaging.md: PACKAGE_OPTIONS)"
 	@echo "make clean   delete all that was built"
 
 build:
@@ -43,9 +43,9 @@ screenshots: build
 # The options of an earlier package are forgotten, what was compiled for it is not.
 package:
 	Tools/install-dependencies --package
-	rm -f build/package/CMakeCache.txt
-	cmake --preset package $(PACKAGE_OPTIONS)
-	cmake --build --preset package --target package
+	rm -f build/release/CMakeCache.txt
+	cmake --preset release $(PACKAGE_OPTIONS)
+	cmake --build --preset release --target package
 
 clean:
 	rm -rf build
