@@ -1,4 +1,5 @@
-// The update framework, which looks for new versions, verifies and installs them. Main thread only.
+// The update framework, which looks for new versions, verifies them and hands them to
+// the desktop. Main thread only.
 #pragma once
 
 #include <memory>
@@ -6,14 +7,15 @@
 /// Looks for updates, on its own schedule or when told to.
 class SPUUpdater {
 public:
-    /// Looks for an update now, with the framework's own progress and result dialogs. Sounds the
-    /// alert when it cannot.
+    /// Looks for an update now, with the framework's own progress and result dialogs. Where one of
+    /// them is shown, brings it to the front. Sounds the alert when it cannot look.
     void checkForUpdates();
 
     /// False while a check runs, and where the framework is not installed or not set up.
     bool canCheckForUpdates() const;
 
-    /// Whether the updater looks for updates on its own schedule. It keeps the setting itself.
+    /// Whether the updater looks for updates on its own schedule. It keeps the setting itself;
+    /// until it was set it is as the packaging says. A write that fails is one log line.
     bool automaticallyChecksForUpdates() const;
     void setAutomaticallyChecksForUpdates(bool automaticallyChecks);
 };

@@ -16,14 +16,14 @@ namespace tessary {
 class SingleInstance : public QDBusVirtualObject {
 public:
     enum class Claim {
-        first,     ///< the name is ours
+        first,     ///< the name is ours, or the bus did not answer
         alone,     ///< there is no bus, or who has the name runs on another X server
         activated, ///< another instance runs and has been told
         refused,   ///< another instance runs and does not answer
     };
 
     /// Takes the name, or tells whoever has it what the user has started the program for: an
-    /// action, or just again. Waits for the bus, at most a few seconds.
+    /// action, or just again. Waits for the bus, at most 15 seconds.
     Claim claim(const std::optional<QDBusConnection>& bus,
                 const std::optional<std::string>& action);
 

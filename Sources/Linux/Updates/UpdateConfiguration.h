@@ -8,16 +8,16 @@
 namespace tessary {
 
 struct UpdateConfiguration {
-    std::string feed;      ///< key Feed: the address of the appcast
+    std::string feed;      ///< key Feed: the address of the feed
     std::string publicKey; ///< key PublicKey: of the packages' Ed25519 signatures, in base64
-    std::chrono::seconds interval{
-        86'400};                      ///< key Interval: between scheduled checks; at least 3600
+    /// Key Interval: between scheduled checks; held between an hour and a year.
+    std::chrono::seconds interval{86'400};
     bool checksAutomatically = false; ///< key AutomaticChecks: until the user chooses
 
     /// Whether updates are set up.
     bool isComplete() const { return !feed.empty() && !publicKey.empty(); }
 
-    /// The installed one, read once. What is missing or makes no sense there is as above.
+    /// The installed one, read once. What is missing or is no number is as above.
     static const UpdateConfiguration& installed();
 };
 

@@ -11,15 +11,15 @@ extern "C" {
 
 /// How looking for an update has ended.
 enum TessaryUpdateOutcome : std::int32_t {
-    tessaryUpdateLooked = 0,      ///< the feed was read, whatever is in it
-    tessaryUpdateFailed = 1,      ///< it could not be read
+    tessaryUpdateLooked = 0,      ///< the feed was read and makes sense, news or not
+    tessaryUpdateFailed = 1,      ///< it could not be read, or is damaged
     tessaryUpdateInterrupted = 2, ///< the event loop has ended meanwhile
     tessaryUpdateCancelled = 3,   ///< the user did not wait for it
 };
 
 /// One check, and what the program does for it. Texts are UTF-8.
 struct TessaryUpdateRequest {
-    const char* feed;           ///< the address of the appcast
+    const char* feed;           ///< the feed's address
     const char* publicKey;      ///< the Ed25519 key of the packages, its 32 bytes in base64
     const char* runningVersion; ///< as in "1.10"
     const char* skippedVersion; ///< that the user does not want to be told of; empty for none

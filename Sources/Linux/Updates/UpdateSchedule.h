@@ -16,14 +16,15 @@ std::chrono::seconds timeUntilNextCheck(std::chrono::sys_seconds now,
                                         std::optional<std::chrono::sys_seconds> lastCheck,
                                         std::chrono::seconds interval);
 
-/// The framework's one timer. It sleeps until it is due, and the time counts during which the
-/// computer sleeps. Main thread only.
+/// The framework's one timer. It sleeps until it is due; time in which the computer sleeps
+/// counts. Main thread only.
 class UpdateSchedule {
 public:
     /// The one instance, never destroyed.
     static UpdateSchedule& shared();
 
     /// Has `check` called from the event loop, once, when `delay` is over. Replaces what was set.
+    /// Never, where there is no timer.
     void set(std::chrono::seconds delay, std::function<void()> check);
 
     void cancel();

@@ -42,15 +42,17 @@ public:
 
     void setActivationPolicy(NSApplicationActivationPolicy policy);
 
-    /// Runs the event loop and returns when the program is to end. Where the desktop cannot be
-    /// reached, or is lost, says so in the log and ends the process with status 1 instead.
+    /// Runs the event loop until the program is to end. Returns then, or ends the process itself,
+    /// so nothing that matters may stand behind it. Returns at once when another instance does what
+    /// this one was started for. Where the desktop cannot be reached or is lost, and where another
+    /// instance does not answer, says so in the log and ends the process with status 1.
     void run();
 
     /// Makes this the application in front, so that the window that it shows next gets the
     /// keyboard's focus, also from another application if told so.
     void activateIgnoringOtherApps(bool ignoringOtherApps);
 
-    /// Ends the program in order: the event loop is left soon, the delegate is told, `run` returns.
+    /// Ends the program in order: the event loop is left soon, the delegate is told, `run` ends.
     void terminate();
 
     NSApplication(const NSApplication&) = delete;

@@ -1,29 +1,19 @@
 #include "Linux/Updates/Library/Signature.h"
-
-#include <QCryptographicHash>
-#include <QTemporaryFile>
+#include "Publishing/Publisher.h"
 
 #include <gtest/gtest.h>
-#include <sodium.h>
+
+#include <QTemporaryFile>
 
 namespace {
 
 using namespace tessary::updates;
 
-auto* bytesOf(QByteArray& array) {
-    return reinterpret_cast<unsigned char*>(array.data());
-}
-
 TEST(Signature, HoldsForOnePackageOfOneVersionByOneKey) {
-    QByteArray key(crypto_sign_PUBLICKEYBYTES, '\0');
-    QByteArray secret(crypto_sign_SECRETKEYBYTES, '\0');
-    ::crypto_sign_keypair(bytesOf(key), bytesOf(secret));
+    publishing::Publisher publisher;
     const QByteArray package = QByteArray(100'000, 'p') + "end";
-    QByteArray line = "tessary 1.10 100003 " +
-                      QCryptographicHash::hash(package, QCryptographicHash::Sha512).toHex() + "\n";
-    QByteArray signature(crypto_sign_BYTES, '\0');
-    ::crypto_sign_detached(bytesOf(signature), nullptr, bytesOf(line),
-                           static_cast<unsigned long long>(line.size()), bytesOf(secret));
+    const auto key = QByteArray::fromBase64(publisher.publicKey());
+    const auto signature = QByteArray::fromBase64(publisher.signature("1.10", package));
     const auto oneBitOff = [](QByteArray bytes) {
         bytes.back() = static_cast<char>(bytes.back() ^ 1);
         return bytes;

@@ -2,7 +2,7 @@
 // up.
 #pragma once
 
-#include "Linux/Updates/Library/Appcast.h"
+#include "Linux/Updates/Library/Feed.h"
 
 #include <QDialog>
 #include <QLabel>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Linux/Updates/Library/Appcast.h"
+#include "Linux/Updates/Library/Feed.h"
 #include "Linux/Updates/Library/Transfer.h"
 
 #include <filesystem>

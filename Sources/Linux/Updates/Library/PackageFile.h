@@ -2,8 +2,8 @@
 // this package, and at last one with a name for people.
 #pragma once
 
-#include "Linux/Updates/Library/Appcast.h"
 #include "Linux/Updates/Library/Failure.h"
+#include "Linux/Updates/Library/Feed.h"
 
 #include <QFile>
 
@@ -18,7 +18,8 @@ public:
     PackageFile(UpdateItem item, QByteArray publicKey, std::filesystem::path folder);
 
     /// Opens the partial file, in a folder that is made for its owner alone. Other files there are
-    /// deleted; a genuine one of this package becomes the partial file.
+    /// deleted; a genuine one of this package becomes the partial file. Fails also for a version
+    /// whose text would lead out of the folder.
     std::optional<Failure> open();
 
     qint64 size() const { return file_.size(); }
@@ -37,7 +38,7 @@ public:
     /// Gives it a name that ends as its content demands. Nothing is to be done with it then.
     std::variant<std::filesystem::path, Failure> publish();
 
-    /// Ends in a failure that says so.
+    /// Deletes the partial file. The answer is the reason, and that it was deleted.
     Failure deleted(const QString& reason);
 
 private:

@@ -14,7 +14,7 @@ namespace tessary::updates {
 class PackageHandler {
 public:
     /// `done` is called once, from the event loop, and may destroy this object: with nothing when
-    /// the handler was started, else with why not, as when none is registered.
+    /// the desktop was asked to start the handler, else with why not, as when none is registered.
     PackageHandler(const std::filesystem::path& package,
                    std::function<void(std::optional<Failure>)> done);
     ~PackageHandler();

@@ -7,7 +7,7 @@
 // The version is written as in the feed, the length is in bytes.
 #pragma once
 
-#include "Linux/Updates/Library/Appcast.h"
+#include "Linux/Updates/Library/Feed.h"
 
 #include <QByteArray>
 #include <QFile>

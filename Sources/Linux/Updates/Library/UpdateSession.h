@@ -26,7 +26,8 @@ public:
         std::function<void()> withWindows; ///< has `offer` called later, where windows can be
         std::function<void(const QWidget& window)> takeFocus;
         std::function<void(const QString& version)> skip;
-        /// Called once, when looking has ended, before a window shows what has come of it.
+        /// Called once, unless the session is destroyed first: when looking has ended, before a
+        /// window shows what has come of it.
         std::function<void(TessaryUpdateOutcome)> ended;
 
         TransferLimits limits;

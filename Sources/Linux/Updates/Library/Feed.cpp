@@ -1,4 +1,4 @@
-#include "Linux/Updates/Library/Appcast.h"
+#include "Linux/Updates/Library/Feed.h"
 
 #include <QSysInfo>
 #include <QXmlStreamReader>

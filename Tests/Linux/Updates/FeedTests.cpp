@@ -1,4 +1,4 @@
-#include "Linux/Updates/Library/Appcast.h"
+#include "Linux/Updates/Library/Feed.h"
 
 #include <gtest/gtest.h>
 
@@ -37,7 +37,7 @@ std::string newest(const QByteArray& feed, const System& system) {
 const std::string least = "t:minimumSystem";
 const System unreleased{QStringLiteral("debian"), std::nullopt};
 
-TEST(Appcast, TheNewestVersionThatRunsHereIsOffered) {
+TEST(Feed, TheNewestVersionThatRunsHereIsOffered) {
     const System debian{unreleased.name, QVersionNumber(12)};
     const System arch{QStringLiteral("arch"), std::nullopt};
     const std::string good = item("1.10");
@@ -54,14 +54,14 @@ TEST(Appcast, TheNewestVersionThatRunsHereIsOffered) {
         EXPECT_EQ(newest(feedOf(items), system), expected) << items;
 }
 
-TEST(Appcast, NotesAreCutToWhatCanBeLaidOutInTime) {
+TEST(Feed, NotesAreCutToWhatCanBeLaidOutInTime) {
     const auto items =
         itemsOf(feedOf(item("2", element("description", std::string(100'000, 'x')))));
     ASSERT_TRUE(items && items->size() == 1);
     EXPECT_EQ(items->front().notes.size(), 20'000);
 }
 
-TEST(Appcast, ItemsThatMakeNoSenseArePassedOver) {
+TEST(Feed, ItemsThatMakeNoSenseArePassedOver) {
     // clang-format off
     const std::pair<std::string, std::string> changes[]{
         {"<t:version>3</t:version>", ""}, {"t:version", "version"}, {"enclosure", "closure"},
@@ -84,7 +84,7 @@ TEST(Appcast, ItemsThatMakeNoSenseArePassedOver) {
     }
 }
 
-TEST(Appcast, DamagedFeedsAreTold) {
+TEST(Feed, DamagedFeedsAreTold) {
     const QByteArray good = feedOf(item("2"));
     const auto changed = [&good](auto from, auto to) { return QByteArray(good).replace(from, to); };
     for (qsizetype length = 0; length < good.size(); ++length)
