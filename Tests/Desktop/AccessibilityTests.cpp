@@ -78,6 +78,9 @@ TEST_F(Accessibility, ActsOnControlsAndTellsWhatBecomesOfThem) {
     act("push button Restore Defaults");
     EXPECT_TRUE(tells("push button Resolution 1 (F14)")) << shown();
     EXPECT_FALSE(home_.settings().contains("shortcut.one"));
+    EXPECT_EQ(client_.bells(), 0);
+    act("push button Check Now"); // which knows no feed here
+    EXPECT_TRUE(client_.waitUntil([this] { return client_.bells() == 1; }));
     act("check box Start Tessary at login");
     EXPECT_TRUE(tells("check box Start Tessary at login, checked")) << shown();
     const auto entry = home_.path() / "config/autostart/org.tessary.Tessary.desktop";
