@@ -4,11 +4,11 @@
 
 #include <QCryptographicHash>
 #include <QMimeDatabase>
-#include <QStorageInfo>
 
 #include <fcntl.h>
 #include <sys/stat.h>
 
+#include <cstdint>
 #include <system_error>
 #include <vector>
 
@@ -104,8 +104,9 @@ bool PackageFile::isGenuine() {
 }
 
 std::optional<Failure> PackageFile::checkSpace() const {
-    const QStorageInfo disk(textOf(folder_));
-    if (!disk.isValid() || disk.bytesAvailable() >= item_.length - size())
+    std::error_code error;
+    const auto disk = fs::space(folder_, error);
+    if (error || disk.available >= static_cast<std::uintmax_t>(item_.length - size()))
         return std::nullopt;
     return Failure{
         QStringLiteral("There is too little space for the package in “%1”.").arg(textOf(folder_))};

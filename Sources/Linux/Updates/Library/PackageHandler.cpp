@@ -1,7 +1,6 @@
 #include "Linux/Updates/Library/PackageHandler.h"
 
 #include <QFile>
-#include <QMimeDatabase>
 #include <QProcess>
 
 namespace tessary::updates {
@@ -12,9 +11,10 @@ public:
         : package_(QFile::decodeName(package.c_str())), done_(std::move(done)) {
         // Later, since a process that cannot start may say so at once. The answer is not used
         // from within the process's signals, since whoever is told may destroy us.
-        connect(&query_, &QProcess::finished, this, &Asking::handOver, Qt::QueuedConnection);
-        connect(&query_, &QProcess::errorOccurred, this, &Asking::handOver, Qt::QueuedConnection);
-        QMetaObject::invokeMethod(this, &Asking::ask, Qt::QueuedConnection);
+        connect(&query_, &QProcess::finished, this, &Asking::proceed, Qt::QueuedConnection);
+        connect(&query_, &QProcess::errorOccurred, this, &Asking::proceed, Qt::QueuedConnection);
+        query_.setStandardErrorFile(QProcess::nullDevice());
+        ask({QStringLiteral("filetype"), package_}, &Asking::askForProgram);
     }
     ~Asking() override {
         query_.kill();
@@ -24,22 +24,43 @@ public:
     Asking& operator=(const Asking&) = delete;
 
 private:
-    void ask() {
-        const auto type = QMimeDatabase().mimeTypeForFile(package_).name();
-        query_.start(QStringLiteral("xdg-mime"),
-                     {QStringLiteral("query"), QStringLiteral("default"), type});
+    using Step = void (Asking::*)(const QString& answer);
+
+    void ask(const QStringList& question, Step next) {
+        next_ = next;
+        const QStringList arguments = QStringList(QStringLiteral("query")) + question;
+        QMetaObject::invokeMethod(
+            this, [this, arguments] { query_.start(QStringLiteral("xdg-mime"), arguments); },
+            Qt::QueuedConnection);
     }
 
-    void handOver() {
-        const auto done = std::exchange(done_, nullptr); // a process may both fail and finish
-        if (!done)
-            return;
-        if (query_.readAllStandardOutput().trimmed().isEmpty())
-            done(failure(QStringLiteral("No program is registered for this kind of package.")));
+    /// A process may both fail and finish; only the first counts.
+    void proceed() {
+        const auto step = std::exchange(next_, nullptr);
+        if (step != nullptr)
+            (this->*step)(QString::fromLocal8Bit(query_.readAllStandardOutput()).trimmed());
+    }
+
+    /// The kind is what xdg-open itself will find, not what the toolkit would.
+    void askForProgram(const QString& kind) {
+        if (kind.isEmpty())
+            return tell(failure(QStringLiteral("This computer cannot tell its kind.")));
+        ask({QStringLiteral("default"), kind}, &Asking::handOver);
+    }
+
+    void handOver(const QString& program) {
+        if (program.isEmpty())
+            tell(failure(QStringLiteral("No program is registered for this kind of package.")));
         else if (!QProcess::startDetached(QStringLiteral("xdg-open"), {package_}))
-            done(failure(QStringLiteral("The program for the package could not be started.")));
+            tell(failure(QStringLiteral("The program for the package could not be started.")));
         else
-            done(std::nullopt);
+            tell(std::nullopt);
+    }
+
+    /// Whoever is told may destroy us.
+    void tell(const std::optional<Failure>& failure) {
+        const auto done = std::exchange(done_, nullptr);
+        done(failure);
     }
 
     Failure failure(const QString& reason) const {
@@ -49,6 +70,7 @@ private:
     QString package_;
     std::function<void(std::optional<Failure>)> done_;
     QProcess query_;
+    Step next_ = nullptr;
 };
 
 PackageHandler::PackageHandler(const std::filesystem::path& package,
