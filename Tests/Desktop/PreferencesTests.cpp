@@ -94,7 +94,8 @@ TEST_F(Preferences, RecordAShortcutThatWorksAtOnceInsteadOfTheOldOne) {
     ASSERT_TRUE(records(shortcutOne));
     tapWithSuper(keys::k);
     EXPECT_TRUE(client_.waitUntil([this] { return client_.isGrabbed(keys::k, super); }));
-    EXPECT_TRUE(client_.isGrabbed(keys::f15)) << "the other slot's is back";
+    EXPECT_TRUE(client_.waitUntil([this] { return client_.isGrabbed(keys::f15); }))
+        << "the other slot's is back";
     EXPECT_FALSE(client_.isGrabbed(keys::f14));
     EXPECT_EQ(home_.settings()["shortcut.one"], R"(blob {"keyCode":40,"modifiers":1048576})");
     tapWithSuper(keys::k);
