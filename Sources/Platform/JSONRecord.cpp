@@ -1,6 +1,7 @@
 #include "Platform/Foundation.h"
 
 #include <algorithm>
+#include <cstddef>
 
 #include <nlohmann/json.hpp>
 
@@ -11,6 +12,33 @@ namespace {
 bool hasForeignBytes(const NSData& data) {
     return std::find(data.begin(), data.end(), 0) != data.end() ||
            (!data.empty() && data.front() == 0xEF);
+}
+
+/// The same text with shorter numbers: those of thousands of digits and those like 1e400 are JSON,
+/// but the parser refuses them as too large. No integer that a record can hold is changed.
+NSData withShortNumbers(const NSData& text) {
+    constexpr std::size_t mostDigits = 30;
+    constexpr std::size_t mostOfExponent = 2;
+    NSData result;
+    bool isInString = false;
+    bool isEscaped = false;
+    std::size_t most = mostDigits;
+    std::size_t digits = 0; // in a row
+    for (const std::uint8_t byte : text) {
+        const bool isDigit = !isInString && byte >= '0' && byte <= '9';
+        digits = isDigit ? digits + 1 : 0;
+        if (digits > most)
+            continue;
+        result.push_back(byte);
+        if (byte == '"' && !isEscaped)
+            isInString = !isInString;
+        isEscaped = isInString && byte == '\\' && !isEscaped;
+        if (byte == 'e' || byte == 'E')
+            most = mostOfExponent;
+        else if (!isDigit && byte != '+' && byte != '-')
+            most = mostDigits;
+    }
+    return result;
 }
 
 std::optional<JSONValue> valueOf(const nlohmann::json& json) {
@@ -36,7 +64,8 @@ NSData JSONEncode(std::initializer_list<std::pair<std::string_view, JSONValue>> 
 std::optional<JSONRecord> JSONRecord::decode(const NSData& data) {
     if (hasForeignBytes(data))
         return std::nullopt;
-    const auto json = nlohmann::json::parse(data, nullptr, /*allow_exceptions=*/false);
+    const auto json =
+        nlohmann::json::parse(withShortNumbers(data), nullptr, /*allow_exceptions=*/false);
     if (!json.is_object())
         return std::nullopt;
     JSONRecord record;

@@ -6,16 +6,19 @@ namespace {
 TEST(Mode, IsReadOnlyFromItsOwnForm) {
     const std::string form = R"({"width":1440,"height":900,"isHiDPI":true,"refreshRate":60})";
     EXPECT_EQ((ModeSpec{1440, 900, true, 60}.json()), bytes(form));
-    EXPECT_EQ(ModeSpec::fromJSON(bytes(R"( {"width":"x", "refreshRate":-9223372036854775808,
-        "y":{"width":[1.5]}, "height":9223372036854775807, "isHiDPI":false, "width":1} )")),
-              (ModeSpec{1, INT64_MAX, false, INT64_MIN}));
+    const std::string many(400, '9');
+    const std::string others = R"("y":{"width":[1e400,-1.5E+)" + many + R"(]},"z\"1":)" + many;
+    const std::string read = R"( {"width":"x", "refreshRate":-9223372036854775808,)" + others +
+                             R"(,"height":9223372036854775807,"isHiDPI":false, "width":1} )";
+    EXPECT_EQ(ModeSpec::fromJSON(bytes(read)), (ModeSpec{1, INT64_MAX, false, INT64_MIN}));
     // clang-format off
     const std::vector<std::pair<std::string, std::string>> damages{
         {form, ""}, {form, "1440"}, {"}", "}}"}, {form, "[" + form + "]"}, {"{", "/**/{"}, {"}", ",}"},
         {"{", "\xEF\xBB\xBF{"}, {"}", {'}', '\0'}}, {"}", ",\"x\":\"\xFF\"}"}, {"}", ",\"width\":null}"},
         {"width", "x"}, {"height", "x"}, {"isHiDPI", "x"}, {"refreshRate", "x"}, // it is missing
         {"true", "1"}, {"true", "\"true\""}, {"60", "60.0"}, {"60", "6e1"}, {"60", "true"},
-        {"60", "9223372036854775808"}, {"900", "\"900\""}, {"1440", "-9223372036854775809"}};
+        {"60", "0" + many}, {"60", "9223372036854775808"}, {"900", "\"900\""},
+        {"1440", "-9223372036854775809"}};
     // clang-format on
     for (const auto& [part, damage] : damages) {
         const std::string text = std::string(form).replace(form.find(part), part.size(), damage);
