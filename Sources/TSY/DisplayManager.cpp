@@ -5,7 +5,8 @@
 #include "Platform/Foundation.h"
 
 #include <algorithm>
-#include <array>
+#include <any>
+#include <cstdint>
 #include <map>
 #include <string>
 #include <utility>
@@ -22,6 +23,18 @@ std::string keyOf(CGDirectDisplayID display) {
     return std::to_string(CGDisplayVendorNumber(display)) + "-" +
            std::to_string(CGDisplayModelNumber(display)) + "-" +
            std::to_string(CGDisplaySerialNumber(display));
+}
+
+/// The number in `value`, whichever of these types it has, modulo 2 to the power of 32.
+template <typename... Integers>
+std::optional<std::uint32_t> unsignedValue(const std::any& value) {
+    std::optional<std::uint32_t> result;
+    const auto read = [&]<typename Integer>(const Integer* number) {
+        if (number != nullptr)
+            result = static_cast<std::uint32_t>(*number);
+    };
+    (read(std::any_cast<Integers>(&value)), ...);
+    return result;
 }
 
 using ScreenNames = std::map<CGDirectDisplayID, std::string>;
@@ -93,8 +106,8 @@ std::optional<CGDirectDisplayID> displayID(const NSScreen& screen) {
     const auto number = screen.deviceDescription.find("NSScreenNumber");
     if (number == screen.deviceDescription.end())
         return std::nullopt;
-    const auto* id = std::any_cast<CGDirectDisplayID>(&number->second);
-    return id != nullptr ? std::optional(*id) : std::nullopt;
+    return unsignedValue<signed char, unsigned char, short, unsigned short, int, unsigned int, long,
+                         unsigned long, long long, unsigned long long>(number->second);
 }
 
 std::optional<Display> displayUnderPointer() {

@@ -58,19 +58,22 @@ std::string connected() {
 TEST_F(Displays, AreNamedByTheirScreensAndFoundUnderThePointer) {
     state.displays = {{.id = 3, .vendor = 4294967295, .model = 0, .serial = 0},
                       {.id = 1, .isMain = true, .isBuiltin = true},
-                      {.id = 4, .isBuiltin = true}};
+                      {.id = 4294967295, .isBuiltin = true}};
     state.screens = {
         {{{0, 0}, {100, 100}}, "a text for a number", {{"NSScreenNumber", std::string("3")}}},
         screen(4, std::nullopt, {{0, 0}, {200, 100}}),
         screen(1, "Colour LCD", {{200, 0}, {100, 100}})};
-    EXPECT_EQ(connected(),
-              "3 4294967295-0-0 Display 3; 1 builtin Colour LCD*; 4 builtin Built-in Display; ");
+    state.screens[1].deviceDescription["NSScreenNumber"] = short{-1};
+    state.screens[2].deviceDescription["NSScreenNumber"] = 1LL;
+    EXPECT_EQ(
+        connected(),
+        "3 4294967295-0-0 Display 3; 1 builtin Colour LCD*; 4294967295 builtin Built-in Display; ");
     const auto idAt = [](CGPoint pointer) {
         state.pointer = pointer;
         return DisplayManager::displayUnderPointer().value_or(tsy::Display{}).id;
     };
     EXPECT_EQ(idAt({99.5, 50}), 1U) << "the first screen decides, also when it leads nowhere";
-    EXPECT_EQ(idAt({100, 0}), 4U) << "minimum edges are inside";
+    EXPECT_EQ(idAt({100, 0}), 4294967295) << "minimum edges are inside";
     EXPECT_EQ(idAt({150, 100}), 1U) << "the main display stands in";
     state.displays[1].isMain = false;
     EXPECT_EQ(idAt({-1, 50}), 3U) << "the first display stands in for the main one";

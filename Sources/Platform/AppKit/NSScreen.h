@@ -20,6 +20,6 @@ struct NSScreen {
     /// The name that the user knows the screen by; nothing when the hardware gives none.
     std::optional<std::string> localizedName;
 
-    /// The entry "NSScreenNumber" holds the screen's `CGDirectDisplayID`.
+    /// The entry "NSScreenNumber" holds the screen's `CGDirectDisplayID`, as any type of integer.
     std::map<std::string, std::any, std::less<>> deviceDescription;
 };
