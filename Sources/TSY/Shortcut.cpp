@@ -2,11 +2,9 @@
 
 #include "Platform/Carbon.h"
 
-#include <algorithm>
-#include <array>
-#include <cctype>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 
 namespace tsy {
 
@@ -57,15 +55,20 @@ const KeyNames& functionKeyEquivalents() {
 }
 
 /// F1 to F20.
-constexpr std::array<std::uint16_t, 20> functionKeys{
-    122, 120, 99, 118, 96, 97, 98, 100, 101, 109, 103, 111, 105, 107, 113, 106, 64, 79, 80, 90};
+const std::unordered_set<std::uint16_t>& functionKeys() {
+    static const auto& codes = *new std::unordered_set<std::uint16_t>{
+        122, 120, 99, 118, 96, 97, 98, 100, 101, 109, 103, 111, 105, 107, 113, 106, 64, 79, 80, 90};
+    return codes;
+}
 
 // clang-format on
 
+/// In ASCII: to the language of the user's locale, an I may be no i.
 std::string lowercased(std::string_view text) {
     std::string result(text);
-    std::ranges::transform(result, result.begin(),
-                           [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    for (char& letter : result)
+        if (letter >= 'A' && letter <= 'Z')
+            letter = static_cast<char>(letter - 'A' + 'a');
     return result;
 }
 
@@ -133,7 +136,7 @@ std::string Shortcut::keyName(std::uint16_t keyCode) {
 }
 
 bool Shortcut::isFunctionKey(std::uint16_t keyCode) {
-    return std::ranges::find(functionKeys, keyCode) != functionKeys.end();
+    return functionKeys().contains(keyCode);
 }
 
 } // namespace tsy
