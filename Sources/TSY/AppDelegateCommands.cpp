@@ -22,7 +22,7 @@ bool switched(const ModeSpec& spec, CGDirectDisplayID display) {
 void AppDelegate::reloadHotkeys() {
     auto& hotkeys = HotkeyManager::shared();
     hotkeys.unregisterAll();
-    for (const Slot slot : allSlots)
+    for (const Slot slot : Slot::allCases)
         if (const auto shortcut = Settings::shared().shortcut(slot))
             hotkeys.register_(*shortcut, [weak = weak_from_this(), slot] {
                 if (const auto self = weak.lock())
@@ -55,7 +55,7 @@ void AppDelegate::explainEmptySlot() {
 
 void AppDelegate::applySlot(const NSMenuItem& sender) {
     const auto* text = sender.representedObject().as<std::string>();
-    if (const auto slot = text != nullptr ? slotFromRawValue(*text) : std::nullopt)
+    if (const auto slot = text != nullptr ? Slot::fromRawValue(*text) : std::nullopt)
         switchTo(*slot, targetDisplay_);
 }
 

@@ -76,7 +76,7 @@ void AppDelegate::rebuildMenu() {
     if (targetDisplay_) {
         if (displays.size() > 1)
             menu->addItem(disabledItem(targetDisplay_->name));
-        for (const Slot slot : allSlots)
+        for (const Slot slot : Slot::allCases)
             menu->addItem(slotItem(slot, *targetDisplay_));
     } else {
         menu->addItem(disabledItem("No display found"));
@@ -99,7 +99,7 @@ std::shared_ptr<NSMenuItem> AppDelegate::slotItem(Slot slot, const Display& disp
     const auto preset = Settings::shared().spec(slot, display.key);
     auto item = std::make_shared<NSMenuItem>(slotTitle(slot, preset),
                                              action<&AppDelegate::applySlot>(), "");
-    item->setRepresentedObject(RepresentedObject(std::string(rawValue(slot))));
+    item->setRepresentedObject(RepresentedObject(std::string(slot.rawValue())));
     item->setImage(NSImage::imageWithSystemSymbolName(slot == Slot::one ? "1.square" : "2.square",
                                                       std::nullopt));
     item->setEnabled(preset.has_value());

@@ -14,11 +14,11 @@ namespace {
 const NSData cleared;
 
 std::string modeKey(Slot slot, std::string_view displayKey) {
-    return "mode." + std::string(displayKey) + "." + std::string(rawValue(slot));
+    return "mode." + std::string(displayKey) + "." + std::string(slot.rawValue());
 }
 
 std::string shortcutKey(Slot slot) {
-    return "shortcut." + std::string(rawValue(slot));
+    return "shortcut." + std::string(slot.rawValue());
 }
 
 Shortcut defaultShortcut(Slot slot) {
@@ -64,7 +64,7 @@ void Settings::seedIfNeeded(const Display& display) {
         return;
     defaults_.setBool(true, mark); // first: a display that offers neither size counts as seeded too
     const auto catalogue = DisplayManager::modes(display.id);
-    for (const Slot slot : allSlots)
+    for (const Slot slot : Slot::allCases)
         if (const DisplayMode* mode = seedFor(slot, catalogue))
             defaults_.setObject(mode->spec.json(), modeKey(slot, display.key));
 }
@@ -84,7 +84,7 @@ void Settings::setShortcut(const std::optional<Shortcut>& shortcut, Slot slot) {
 }
 
 void Settings::resetShortcuts() {
-    for (const Slot slot : allSlots)
+    for (const Slot slot : Slot::allCases)
         defaults_.removeObjectForKey(shortcutKey(slot));
     NSNotificationCenter::defaultCenter().post(shortcutsChanged);
 }

@@ -105,7 +105,7 @@ std::optional<std::string> SettingsModel::currentLabel() const {
 }
 
 bool SettingsModel::isAvailable(const Shortcut& shortcut, Slot slot) const {
-    return std::ranges::none_of(allSlots, [&](Slot other) {
+    return std::ranges::none_of(Slot::allCases, [&](Slot other) {
         return other != slot && Settings::shared().shortcut(other) == shortcut;
     });
 }

@@ -155,7 +155,7 @@ Forms::Section resolutions(const Model& model) {
     Forms::Section section{
         .header = Text{"Resolutions"}, .rows = {}, .footer = {resolutionsFooter(*model)}};
     section.rows.push_back(displayPicker(model));
-    for (const Slot slot : allSlots)
+    for (const Slot slot : Slot::allCases)
         section.rows.push_back(slotRow(slot, model));
     return section;
 }
@@ -207,7 +207,7 @@ Forms::Section general(const Model& model) {
 // Function keys
 
 bool usesFunctionKeyShortcut() {
-    return std::ranges::any_of(allSlots, [](Slot slot) {
+    return std::ranges::any_of(Slot::allCases, [](Slot slot) {
         const auto shortcut = Settings::shared().shortcut(slot);
         return shortcut && Shortcut::isFunctionKey(shortcut->keyCode) && shortcut->modifiers == 0;
     });

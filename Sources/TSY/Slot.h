@@ -7,22 +7,30 @@
 namespace tsy {
 
 /// The two presets of a display.
-enum class Slot { one, two };
+class Slot {
+public:
+    enum Case { one, two };
 
-/// In the order in which every loop walks them.
-inline constexpr std::array allSlots{Slot::one, Slot::two};
+    /// In the order in which every loop walks them.
+    static constexpr std::array allCases{one, two};
 
-/// The slot's text wherever it is stored or carried.
-constexpr std::string_view rawValue(Slot slot) {
-    return slot == Slot::one ? "one" : "two";
-}
+    constexpr Slot(Case value) : value_(value) {} // a case is a slot
 
-/// Nothing for any text but a raw value.
-constexpr std::optional<Slot> slotFromRawValue(std::string_view text) {
-    for (const Slot slot : allSlots)
-        if (rawValue(slot) == text)
-            return slot;
-    return std::nullopt;
-}
+    /// The slot's text wherever it is stored or carried.
+    constexpr std::string_view rawValue() const { return value_ == one ? "one" : "two"; }
+
+    /// Nothing for any text but a raw value.
+    static constexpr std::optional<Slot> fromRawValue(std::string_view text) {
+        for (const Slot slot : allCases)
+            if (slot.rawValue() == text)
+                return slot;
+        return std::nullopt;
+    }
+
+    friend constexpr bool operator==(Slot, Slot) = default;
+
+private:
+    Case value_;
+};
 
 } // namespace tsy
