@@ -25,6 +25,11 @@ protected:
         fs::create_directories(file.parent_path());
         std::ofstream(file, std::ios::binary) << text;
     }
+    static fs::path program(const fs::path& file) {
+        write(file, "");
+        fs::permissions(file, fs::perms::owner_all);
+        return file;
+    }
     std::string commandLine() const {
         std::ifstream stream(file_);
         std::string line;
@@ -35,21 +40,31 @@ protected:
 
     const fs::path root_ = temporaryFolder();
     const fs::path file_ = root_ / "autostart" / "org.tessary.Tessary.desktop";
-    const LoginItem item_{root_ / "autostart", "/opt/tessary"};
+    const LoginItem item_{root_ / "autostart", program(root_ / "tessary")};
 };
 
 TEST_F(LoginItems, AnEntryCountsAsTheDesktopTakesIt) {
-    const std::string entry = "# by hand\r\n[Desktop Entry]\r\nExec = /opt/tessary\r\n";
+    const std::string exec = "Exec = " + root_.string() + "/tessary";
+    const std::string entry = "# by hand\r\n[Desktop Entry]\r\n" + exec + "\r\n";
     const std::pair<std::string, SMAppServiceStatus> rows[]{
         {"", notRegistered},
-        {"Exec=/opt/tessary\n", notRegistered},
+        {exec, notRegistered},
         {"[Desktop Entry]\nName=Tessary\nExec=\n", notRegistered},
         {entry, enabled},
         {entry + "Hidden=false\nX-GNOME-Autostart-enabled=true\n#Hidden=true\n", enabled},
         {entry + "Hidden = true\r\n", requiresApproval},
         {entry + "X-GNOME-Autostart-enabled=false", requiresApproval},
         {entry + "[Desktop Action stop]\nHidden=true\n", enabled},
+        {"[Desktop Entry]\n" + exec + "-of-old --quiet", notRegistered},
+        {"[Desktop Entry]\nExec=sh -c tessary", enabled},
+        {entry + "TryExec=sh", enabled},
+        {entry + "TryExec=" + root_.string(), notRegistered},
+        {entry + "OnlyShowIn=XFCE;GNOME;\nNotShowIn=KDE", enabled},
+        {entry + "OnlyShowIn=XFCE;GNOME-Flashback", requiresApproval},
+        {entry + "NotShowIn=GNOME", requiresApproval},
+        {entry + "OnlyShowIn=GNOME\nNotShowIn=ubuntu", requiresApproval},
     };
+    ::setenv("XDG_CURRENT_DESKTOP", "ubuntu:GNOME", 1);
     EXPECT_EQ(item_.status(), notRegistered) << "there is none";
     for (const auto& [text, status] : rows) {
         write(file_, text);
@@ -63,25 +78,29 @@ TEST_F(LoginItems, AnEntryCountsAsTheDesktopTakesIt) {
 }
 
 TEST_F(LoginItems, TheEntryNamesTheProgramSoThatTheDesktopFindsExactlyThatFile) {
+    const std::string root = root_.string();
     const std::pair<fs::path, std::string> rows[]{
-        {"/opt/tessary-2/tessary", "/opt/tessary-2/tessary"},
-        {"/my programs/tessary", R"("/my programs/tessary")"},
-        {"/it's/tessary", R"("/it's/tessary")"},
-        {"/100%f/tessary", "/100%%f/tessary"},
-        {R"(/a"b/$HOME/`c`/d\e)", R"("/a\\"b/\\$HOME/\\`c\\`/d\\\\e")"},
-        {"/two\nlines\tand\rmore", R"("/two\nlines\tand\rmore")"},
-        {root_ / "bin" / "tessary", "tessary"},
-        {root_ / "same" / "tessary", "tessary"},
+        {"tessary-2/tessary", root + "/tessary-2/tessary"},
+        {"my programs/tessary", '"' + root + R"(/my programs/tessary")"},
+        {"it's/tessary", '"' + root + R"(/it's/tessary")"},
+        {"100%f/tessary", root + "/100%%f/tessary"},
+        {R"(a"b/$HOME/`c`/d\e%)", '"' + root + R"(/a\\"b/\\$HOME/\\`c\\`/d\\\\e%%")"},
+        {"two\nlines\tand\rmore", '"' + root + R"(/two\nlines\tand\rmore")"},
+        {"bin/tessary", "tessary"},
+        {"same/tessary", "tessary"},
     };
-    const fs::path installed = root_ / "bin" / "tessary";
-    write(installed, "");
-    fs::permissions(installed, fs::perms::owner_all);
+    fs::create_directory(root_ / "bin");
     fs::create_directory_symlink("bin", root_ / "same");
-    ::setenv("PATH", ("bin:" + installed.parent_path().string()).c_str(), 1);
-    for (const auto& [program, expected] : rows) {
-        EXPECT_EQ(LoginItem(file_.parent_path(), program).enable(), std::nullopt);
+    ::setenv("PATH", ("bin:" + root + "/bin").c_str(), 1);
+    for (const auto& [place, expected] : rows) {
+        const LoginItem item(file_.parent_path(), program(root_ / place));
+        EXPECT_EQ(item.enable(), std::nullopt);
         EXPECT_EQ(commandLine(), "Exec=" + expected);
+        EXPECT_EQ(item.status(), enabled) << expected;
+        fs::remove(root_ / place);
+        EXPECT_EQ(item.status(), notRegistered) << "it is gone: " << expected;
     }
+    const fs::path installed = program(root_ / "bin" / "tessary");
     fs::permissions(installed, fs::perms::owner_read);
     EXPECT_EQ(LoginItem(file_.parent_path(), installed).enable(), std::nullopt);
     EXPECT_EQ(commandLine(), "Exec=" + installed.string()) << "it cannot be executed";
@@ -97,6 +116,9 @@ TEST_F(LoginItems, AnEntryKeptElsewhereIsWrittenThere) {
 }
 
 TEST_F(LoginItems, ARefusalIsDescribedAndChangesNothing) {
+    EXPECT_EQ(LoginItem(file_.parent_path(), "").enable(),
+              "it is not known where the program lies");
+    EXPECT_FALSE(fs::exists(file_));
     write(file_.parent_path(), "a file where the folder should be");
     EXPECT_EQ(item_.enable(), file_.parent_path().string() + ": Not a directory");
     EXPECT_EQ(item_.disable(), std::nullopt) << "there is no entry";

@@ -1,17 +1,14 @@
 #include "Linux/Store/LoginItem.h"
 
+#include "Linux/Store/DesktopEntry.h"
+
 #include <QFile>
-#include <QFileInfo>
 #include <QSaveFile>
 
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
-#include <fstream>
-#include <map>
-#include <sstream>
 #include <system_error>
 #include <utility>
 
@@ -23,74 +20,11 @@ namespace fs = std::filesystem;
 
 constexpr const char* programName = "tessary";
 
-std::string trimmed(std::string_view text) {
-    constexpr std::string_view blanks = " \t\r";
-    const auto first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos)
-        return {};
-    return std::string(text.substr(first, text.find_last_not_of(blanks) - first + 1));
-}
-
-/// The keys of the group [Desktop Entry] with their values as they stand there.
-std::map<std::string, std::string> keysOf(const fs::path& file) {
-    std::map<std::string, std::string> keys;
-    std::ifstream stream(file);
-    std::string group;
-    for (std::string text; std::getline(stream, text);) {
-        const std::string line = trimmed(text);
-        const auto equals = line.find('=');
-        if (line.starts_with('['))
-            group = line;
-        else if (group == "[Desktop Entry]" && !line.starts_with('#') &&
-                 equals != std::string::npos)
-            keys[trimmed(line.substr(0, equals))] = trimmed(line.substr(equals + 1));
-    }
-    return keys;
-}
-
-bool isExecutableFile(const fs::path& file) {
-    const QFileInfo information(QFile::decodeName(file.c_str()));
-    return information.isFile() && information.isExecutable();
-}
-
-/// Whether the program's plain name starts that very file. A relative folder in PATH leads
-/// somewhere else at login.
+/// Whether the program's plain name starts that very file.
 bool isFoundByName(const fs::path& program) {
-    const char* variable = std::getenv("PATH");
-    std::istringstream folders(variable != nullptr ? variable : "");
-    for (std::string folder; std::getline(folders, folder, ':');) {
-        const fs::path candidate = fs::path(folder) / programName;
-        std::error_code error;
-        if (candidate.is_absolute() && isExecutableFile(candidate))
-            return fs::equivalent(candidate, program, error);
-    }
-    return false;
-}
-
-/// One argument of a command line (Desktop Entry Specification, "The Exec key").
-std::string asArgument(std::string_view argument) {
-    const bool isReserved =
-        argument.find_first_of(" \t\r\n\"'\\><~|&;$*?#()`") != std::string_view::npos;
-    std::string text;
-    for (const char character : argument) {
-        if (std::string_view("\"`$\\").find(character) != std::string_view::npos)
-            text += '\\';
-        text += character == '%' ? "%%" : std::string(1, character); // alone: a field code
-    }
-    return isReserved ? '"' + text + '"' : text;
-}
-
-/// A value of type string (the same, "Possible value types"), which is unescaped before the command
-/// line in it is read.
-std::string asValue(std::string_view value) {
-    static const std::map<char, std::string> escapes{
-        {'\\', "\\\\"}, {'\n', "\\n"}, {'\t', "\\t"}, {'\r', "\\r"}};
-    std::string text;
-    for (const char character : value) {
-        const auto escape = escapes.find(character);
-        text += escape != escapes.end() ? escape->second : std::string(1, character);
-    }
-    return text;
+    const auto found = executableFile(programName);
+    std::error_code error;
+    return found && fs::equivalent(*found, program, error);
 }
 
 std::string failure(const fs::path& place, std::string_view reason) {
@@ -103,15 +37,20 @@ LoginItem::LoginItem(const fs::path& folder, fs::path program)
     : file_(folder / "org.tessary.Tessary.desktop"), program_(std::move(program)) {}
 
 SMAppServiceStatus LoginItem::status() const {
-    auto keys = keysOf(file_);
-    if (keys["Exec"].empty())
+    const auto entry = DesktopEntry::read(file_);
+    if (!entry.hasProgram())
         return SMAppServiceStatus::notRegistered;
-    if (keys["Hidden"] == "true" || keys["X-GNOME-Autostart-enabled"] == "false")
+    const char* desktops = std::getenv("XDG_CURRENT_DESKTOP");
+    const bool isSwitchedOff =
+        entry.value("Hidden") == "true" || entry.value("X-GNOME-Autostart-enabled") == "false";
+    if (isSwitchedOff || !entry.isFor(desktops != nullptr ? desktops : ""))
         return SMAppServiceStatus::requiresApproval;
     return SMAppServiceStatus::enabled;
 }
 
 std::optional<std::string> LoginItem::enable() const {
+    if (program_.empty())
+        return "it is not known where the program lies";
     std::error_code error;
     if (fs::create_directories(file_.parent_path(), error); error)
         return failure(file_.parent_path(), error.message());
@@ -130,15 +69,14 @@ std::optional<std::string> LoginItem::disable() const {
 }
 
 std::string LoginItem::contents() const {
-    const std::string command =
-        isFoundByName(program_) ? programName : asArgument(program_.string());
+    const std::string program = isFoundByName(program_) ? programName : program_.string();
     return "[Desktop Entry]\n"
            "Type=Application\n"
            "Version=1.0\n"
            "Name=Tessary\n"
            "Comment=Switch display resolutions\n"
            "Exec=" +
-           asValue(command) +
+           execValue(program) +
            "\n"
            "Icon=org.tessary.Tessary\n"
            "Terminal=false\n"

@@ -12,15 +12,17 @@ namespace tessary {
 /// Specification). The file is the only state: desktops and users change it too.
 class LoginItem {
 public:
-    /// The entry in `folder` that starts the file `program`, an absolute path.
+    /// The entry in `folder` that starts the file `program`: an absolute path, or an empty one
+    /// where it is not known.
     LoginItem(const std::filesystem::path& folder, std::filesystem::path program);
 
-    /// `notRegistered` as well for a file that cannot be read or starts nothing.
+    /// `notRegistered` as well for a file that cannot be read or whose program is not there,
+    /// `requiresApproval` as well for one that is not for this desktop.
     SMAppServiceStatus status() const;
 
     /// Replaces whatever stands there, as a whole, and makes the folder when it is missing. Where
-    /// the entry is a symbolic link, its target is replaced. Answers "place: reason" when the entry
-    /// could not be written; then it is as it was.
+    /// the entry is a symbolic link, its target is replaced. Answers the reason, with its place,
+    /// when the entry could not be written; then it is as it was.
     std::optional<std::string> enable() const;
 
     /// Removes the entry, if there is one. Answers like `enable`.
