@@ -35,6 +35,10 @@ string(REPLACE "\n\n" "\n.\n" license_text "${license_text}")
 string(REGEX REPLACE "\n(.)" "\n \\1" license_text " ${license_text}")
 set(package_folder ${PROJECT_BINARY_DIR}/package-files)
 
+# Whatever the umask: the program trusts no file that stands where others may write.
+set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+  OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+
 # install_configured(file destination): Packaging/<file>.in with its variables filled in.
 function(install_configured file destination)
   configure_file(Packaging/${file}.in ${package_folder}/${file} @ONLY)
@@ -72,8 +76,7 @@ set(CPACK_PACKAGE_NAME tessary)
 set(CPACK_PACKAGE_CONTACT "${maintainer}")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "${summary}")
 set(CPACK_STRIP_FILES ON)
-set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
-  OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS ${CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS})
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_DEBIAN_PACKAGE_SECTION x11)

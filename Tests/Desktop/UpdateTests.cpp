@@ -94,6 +94,19 @@ TEST_F(Updates, AreOfferedVerifiedAndGivenToWhateverTheDesktopHasForPackages) {
     EXPECT_EQ(updateServer_.requests["/feed"].size(), 1U) << "when the user has asked";
 }
 
+TEST_F(Updates, AreNotLookedForWithWhatOthersCouldHaveInstalled) {
+    configure(true);
+    fs::permissions(prefix_ / "lib", fs::perms::group_write, fs::perm_options::add);
+    ChildProcess tessary(program());
+    ASSERT_TRUE(panel_.hasIcon());
+    EXPECT_TRUE(panel_.openedMenu().ends_with("\nCheck for Updates… (disabled)\nQuit Tessary\n"));
+    panel_.choose("Quit Tessary");
+    EXPECT_EQ(tessary.wait(), 0);
+    ASSERT_EQ(tessary.lines().size(), 1U);
+    EXPECT_TRUE(tessary.lines()[0].ends_with("others can change " + (prefix_ / "lib").string()));
+    EXPECT_EQ(updateServer_.requests.size(), 0U);
+}
+
 TEST_F(Updates, OfScheduleShowThemselvesOnlyWhenThereIsSomethingNewAndOnceADay) {
     configure(true);
     {

@@ -7,8 +7,8 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 #include <string>
-#include <system_error>
 
 namespace tessary {
 
@@ -19,8 +19,8 @@ constexpr std::uint32_t knownVersion = 1;
 const TessaryUpdateFunctions* functions = nullptr;
 bool isUseless = false;
 
-std::filesystem::path libraryFile() {
-    return installationFolder() / TESSARY_LIBRARY_FOLDER / "libtessary-updates.so";
+std::optional<std::filesystem::path> libraryFile() {
+    return installedFile(std::filesystem::path(TESSARY_LIBRARY_FOLDER) / "libtessary-updates.so");
 }
 
 const TessaryUpdateFunctions* refuse(const std::string& reason) {
@@ -32,8 +32,7 @@ const TessaryUpdateFunctions* refuse(const std::string& reason) {
 } // namespace
 
 bool isUpdateLibraryInstalled() {
-    std::error_code error;
-    return functions != nullptr || (!isUseless && std::filesystem::exists(libraryFile(), error));
+    return functions != nullptr || (!isUseless && libraryFile());
 }
 
 const TessaryUpdateFunctions* loadedUpdateLibrary() {
@@ -43,13 +42,16 @@ const TessaryUpdateFunctions* loadedUpdateLibrary() {
 const TessaryUpdateFunctions* loadUpdateLibrary() {
     if (functions != nullptr || isUseless)
         return functions;
-    void* library = ::dlopen(libraryFile().c_str(), RTLD_NOW | RTLD_LOCAL);
+    const auto file = libraryFile();
+    if (!file)
+        return refuse("the library is missing");
+    void* library = ::dlopen(file->c_str(), RTLD_NOW | RTLD_LOCAL);
     void* symbol = library != nullptr ? ::dlsym(library, "tessaryUpdateFunctions") : nullptr;
     if (symbol == nullptr)
         return refuse(::dlerror());
     const auto* table = static_cast<const TessaryUpdateFunctions*>(symbol);
     if (table->version != knownVersion)
-        return refuse(libraryFile().string() + ": another version");
+        return refuse(file->string() + ": another version");
     return functions = table;
 }
 

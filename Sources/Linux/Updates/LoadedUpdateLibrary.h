@@ -4,8 +4,9 @@
 
 namespace tessary {
 
-/// Whether the framework's library is where Tessary's packages put it. One that has turned out to
-/// be of no use counts as missing.
+/// Whether the framework's library is where Tessary's packages put it. One that others than root
+/// and the user could have put there counts as missing, as does one that has turned out to be of no
+/// use.
 bool isUpdateLibraryInstalled();
 
 /// Null until `loadUpdateLibrary` has succeeded.

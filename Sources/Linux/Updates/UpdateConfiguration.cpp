@@ -6,18 +6,21 @@
 #include <QSettings>
 
 #include <algorithm>
+#include <filesystem>
 
 namespace tessary {
 
 namespace {
 
 UpdateConfiguration read() {
-    const auto file = installationFolder() / TESSARY_DATA_FOLDER / "updates.conf";
-    const QSettings settings(QFile::decodeName(file.c_str()), QSettings::IniFormat);
+    UpdateConfiguration configuration;
+    const auto file = installedFile(std::filesystem::path(TESSARY_DATA_FOLDER) / "updates.conf");
+    if (!file)
+        return configuration;
+    const QSettings settings(QFile::decodeName(file->c_str()), QSettings::IniFormat);
     const auto value = [&settings](const char* key) {
         return settings.value(QStringLiteral("Updates/") + QLatin1String(key));
     };
-    UpdateConfiguration configuration;
     configuration.feed = value("Feed").toString().toStdString();
     configuration.publicKey = value("PublicKey").toString().toStdString();
     bool isNumber = false;

@@ -1,5 +1,6 @@
 // What the packaging says about updates: share/tessary/updates.conf beside the program's folder, an
-// INI file with the group [Updates].
+// INI file with the group [Updates]. A file that others than root and the user could have put there
+// says nothing.
 #pragma once
 
 #include <chrono>
