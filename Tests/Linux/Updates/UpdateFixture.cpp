@@ -51,7 +51,7 @@ void UpdateFixture::begin(std::unique_ptr<QCoreApplication> (*makeApplication)()
                .skip = [this](const QString& version) { skipped += version; },
                .ended = [this](TessaryUpdateOutcome outcome) { outcomes.push_back(outcome); },
                .limits = {},
-               .downloadFolder = folder.filePath(QStringLiteral("downloads")).toStdString()};
+               .cacheFolder = folder.filePath(QStringLiteral("cache")).toStdString()};
 }
 
 UpdateFixture::~UpdateFixture() {
@@ -117,11 +117,15 @@ bool UpdateFixture::isQuiet() const {
     return !session->isShowing() && QApplication::topLevelWidgets().isEmpty();
 }
 
-std::vector<std::string> UpdateFixture::files() const {
-    std::vector<std::string> names;
+std::filesystem::path UpdateFixture::downloads() const {
+    return request.cacheFolder / "tessary" / "updates";
+}
+
+std::set<std::string> UpdateFixture::files(const std::filesystem::path& folder) {
+    std::set<std::string> names;
     std::error_code error;
-    for (const auto& entry : std::filesystem::directory_iterator(request.downloadFolder, error))
-        names.push_back(entry.path().filename().string());
+    for (const auto& entry : std::filesystem::directory_iterator(folder, error))
+        names.insert(entry.path().filename().string());
     return names;
 }
 

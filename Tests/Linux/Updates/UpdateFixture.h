@@ -11,6 +11,7 @@
 #include <QTemporaryDir>
 
 #include <array>
+#include <set>
 #include <type_traits>
 
 namespace tessary::updates {
@@ -57,8 +58,12 @@ struct UpdateFixture : testing::Test {
     /// Whether nothing is on the screen, and no session thinks so.
     bool isQuiet() const;
 
-    /// The names in the download folder.
-    std::vector<std::string> files() const;
+    /// The folder that packages are downloaded to.
+    std::filesystem::path downloads() const;
+
+    /// The names in a folder.
+    static std::set<std::string> files(const std::filesystem::path& folder);
+    std::set<std::string> files() const { return files(downloads()); }
 
     std::unique_ptr<QCoreApplication> application;
     QTemporaryDir folder;

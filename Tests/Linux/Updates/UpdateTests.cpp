@@ -69,7 +69,7 @@ TEST_F(UpdateTest, ANewVersionIsOfferedDownloadedInTwoPartsAndHandedOver) {
     EXPECT_EQ(server->requests["/package"].back(), "bytes=150012-");
     const auto file = std::filesystem::path(read(handed).toStdString());
     EXPECT_EQ(file.extension(), ".deb");
-    EXPECT_EQ(file.parent_path(), request.downloadFolder);
+    EXPECT_EQ(file.parent_path(), downloads());
     EXPECT_EQ(read(QString::fromStdString(file.string())), package);
     EXPECT_TRUE(isQuiet());
     EXPECT_EQ(outcomes, (Outcomes{tessaryUpdateLooked, tessaryUpdateLooked}));
@@ -81,8 +81,7 @@ TEST_F(UpdateTest, WhereNoProgramIsRegisteredForPackagesTheUserIsToldWhereItIs) 
     ASSERT_TRUE(press(QStringLiteral("Install")));
     ASSERT_TRUE(says(QStringLiteral("Tessary 1.10 could not be opened")));
     ASSERT_EQ(files().size(), 1);
-    EXPECT_TRUE(textOf(dialog()).contains(
-        QString::fromStdString(request.downloadFolder / files().front())));
+    EXPECT_TRUE(textOf(dialog()).contains(QString::fromStdString(downloads() / *files().begin())));
 }
 
 TEST_F(UpdateTest, ASkippedVersionIsOfferedNoMoreUnlessTheUserAsks) {

@@ -1,3 +1,4 @@
+#include "Linux/Updates/Library/PackageFolder.h"
 #include "Linux/Updates/Library/UpdateSession.h"
 #include "Linux/Updates/UpdateLibrary.h"
 
@@ -38,7 +39,7 @@ void check(const TessaryUpdateRequest* request) {
         .skip = [skip = request->skip](const QString& version) { skip(qUtf8Printable(version)); },
         .ended = request->ended,
         .limits = {},
-        .downloadFolder = tessary::updates::downloadFolder(),
+        .cacheFolder = tessary::updates::cacheFolder(),
     });
 }
 

@@ -4,30 +4,18 @@
 
 #include <QObject>
 
-#include <cstdlib>
-
 namespace tessary::updates {
-
-// Not QStandardPaths, which takes a relative path in the variable for one below the working folder.
-std::filesystem::path downloadFolder() {
-    const char* variable = std::getenv("XDG_CACHE_HOME");
-    const char* home = std::getenv("HOME");
-    const auto cache = variable != nullptr && variable[0] == '/'
-                           ? std::filesystem::path(variable)
-                           : std::filesystem::path(home != nullptr ? home : "/") / ".cache";
-    return cache / "tessary" / "updates";
-}
 
 class PackageDownload::Download : public QObject {
 public:
     Download(const UpdateItem& item, const QByteArray& publicKey,
-             const std::filesystem::path& folder, const TransferLimits& limits,
+             const std::filesystem::path& cache, const TransferLimits& limits,
              std::function<void(qint64)> progress, std::function<void(Answer)> done)
         : item_(item),
           silence_(limits.silence),
           progress_(std::move(progress)),
           done_(std::move(done)),
-          file_(item, publicKey, folder) {
+          file_(item, publicKey, cache) {
         QMetaObject::invokeMethod(this, &Download::start, Qt::QueuedConnection);
     }
 
@@ -86,10 +74,10 @@ private:
 };
 
 PackageDownload::PackageDownload(const UpdateItem& item, const QByteArray& publicKey,
-                                 const std::filesystem::path& folder, const TransferLimits& limits,
+                                 const std::filesystem::path& cache, const TransferLimits& limits,
                                  std::function<void(qint64)> progress,
                                  std::function<void(Answer)> done)
-    : download_(std::make_unique<Download>(item, publicKey, folder, limits, std::move(progress),
+    : download_(std::make_unique<Download>(item, publicKey, cache, limits, std::move(progress),
                                            std::move(done))) {}
 
 PackageDownload::~PackageDownload() = default;

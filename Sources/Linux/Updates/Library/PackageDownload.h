@@ -8,14 +8,10 @@
 
 namespace tessary::updates {
 
-/// Where packages are downloaded to: tessary/updates in $XDG_CACHE_HOME, or in ~/.cache where that
-/// is no absolute path. It need not exist.
-std::filesystem::path downloadFolder();
-
-/// Downloads the package of an item into a folder, for its owner alone, and verifies it there. What
-/// has come before an interruption stays, and the next download of the same package goes on behind
-/// it; other packages' files in the folder are deleted. A file that is not genuine is deleted. Its
-/// destruction ends the download as an interruption does.
+/// Downloads the package of an item into the `PackageFolder` of a cache, and verifies it there.
+/// What has come before an interruption stays, and the next download of the same package goes on
+/// behind it; other packages that were downloaded are deleted. A file that is not genuine is
+/// deleted. Its destruction ends the download as an interruption does.
 class PackageDownload {
 public:
     /// The genuine package, under a name that ends as files of its kind do.
@@ -24,7 +20,7 @@ public:
     /// Both functions are called from the event loop. `progress` is told how many bytes are there;
     /// `done` is called once and may destroy this object.
     PackageDownload(const UpdateItem& item, const QByteArray& publicKey,
-                    const std::filesystem::path& folder, const TransferLimits& limits,
+                    const std::filesystem::path& cache, const TransferLimits& limits,
                     std::function<void(qint64 received)> progress,
                     std::function<void(Answer)> done);
     ~PackageDownload();

@@ -4,13 +4,13 @@
 
 #include <QCryptographicHash>
 #include <QMimeDatabase>
+#include <QRegularExpression>
 
 #include <fcntl.h>
-#include <sys/stat.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <system_error>
-#include <vector>
 
 namespace tessary::updates {
 
@@ -18,29 +18,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
-QString textOf(const fs::path& path) {
-    return QFile::decodeName(path.c_str());
-}
-
-Failure folderFailure(const fs::path& folder, const std::error_code& error) {
-    return {QStringLiteral("The folder “%1” cannot be used: %2.")
-                .arg(textOf(folder), QString::fromStdString(error.message()))};
-}
-
-/// Makes the missing ones of a folder and its parents, and the folder its owner's alone.
-std::error_code makeFolder(const fs::path& folder) {
-    fs::path parent;
-    for (const auto& name : folder)
-        ::mkdir((parent /= name).c_str(), S_IRWXU);
-    std::error_code error;
-    fs::permissions(folder, fs::perms::owner_all, error);
-    return error;
-}
-
-/// A link in the file's place is not followed. False with `errno`.
-bool openItself(QFile& file, const fs::path& path, int flags, QIODevice::OpenMode mode) {
-    const int descriptor = ::open(path.c_str(), flags | O_NOFOLLOW | O_CLOEXEC, S_IRUSR | S_IWUSR);
-    return descriptor >= 0 && file.open(descriptor, mode, QFileDevice::AutoCloseHandle);
+/// Whether it is one of the names that `PackageFile` gives.
+bool isOwnName(const std::string& name) {
+    static const QRegularExpression form(QStringLiteral(
+        R"(\Atessary-[0-9]+(\.[0-9]+)*(-[0-9a-f]{32}\.part|(\.[a-z][A-Za-z0-9.+-]*)?)\z)"));
+    return form.match(QString::fromStdString(name)).hasMatch();
 }
 
 /// As in ".deb".
@@ -53,49 +35,37 @@ std::string endingFor(QFile& file) {
 
 } // namespace
 
-PackageFile::PackageFile(UpdateItem item, QByteArray publicKey, fs::path folder)
+PackageFile::PackageFile(UpdateItem item, QByteArray publicKey, fs::path cache)
     : item_(std::move(item)),
       publicKey_(std::move(publicKey)),
-      folder_(std::move(folder)),
+      folder_(std::move(cache)),
       name_("tessary-" + item_.versionText.toStdString()) {
     const auto hash = QCryptographicHash::hash(item_.signature, QCryptographicHash::Sha256);
-    partial_ = folder_ / (name_ + "-" + hash.left(16).toHex().toStdString() + ".part");
+    partial_ = name_ + "-" + hash.left(16).toHex().toStdString() + ".part";
 }
 
 std::optional<Failure> PackageFile::open() {
-    if (item_.versionText.contains(u'/')) // a name from the network must not leave the folder
+    if (!isOwnName(partial_)) // a name from the network must not leave the folder
         return Failure{QStringLiteral("The version's number makes no sense.")};
-    if (const auto error = makeFolder(folder_))
-        return folderFailure(folder_, error);
-    if (auto failure = clearFolder())
+    if (auto failure = folder_.open())
         return failure;
-    if (!openItself(file_, partial_, O_RDWR | O_CREAT | O_NONBLOCK,
-                    QIODevice::ReadWrite | QIODevice::Unbuffered))
-        return folderFailure(folder_, std::error_code(errno, std::generic_category()));
-    return std::nullopt;
+    if (clearFolder() && folder_.openFile(file_, partial_, O_RDWR | O_CREAT,
+                                          QIODevice::ReadWrite | QIODevice::Unbuffered))
+        return std::nullopt;
+    return folder_.failure();
 }
 
-std::optional<Failure> PackageFile::clearFolder() const {
-    std::error_code error;
-    std::vector<fs::directory_entry> entries;
-    for (fs::directory_iterator entry(folder_, error), end; !error && entry != end;
-         entry.increment(error))
-        entries.push_back(*entry);
-    for (const auto& entry : entries) {
-        std::error_code unread;
-        const auto type = entry.symlink_status(unread).type();
-        if (type == fs::file_type::regular && isGenuine(entry.path()))
-            fs::rename(entry.path(), partial_, error);
-        else if (type == fs::file_type::symlink ||
-                 (type == fs::file_type::regular && entry.path() != partial_))
-            fs::remove(entry.path(), error);
-    }
-    return error ? std::optional(folderFailure(folder_, error)) : std::nullopt;
+bool PackageFile::clearFolder() const {
+    return std::ranges::all_of(folder_.files(), [this](const std::string& name) {
+        if (!isOwnName(name) || name == partial_)
+            return true;
+        return isGenuine(name) ? folder_.rename(name, partial_) : folder_.remove(name);
+    });
 }
 
-bool PackageFile::isGenuine(const fs::path& file) const {
+bool PackageFile::isGenuine(const std::string& name) const {
     QFile content;
-    return openItself(content, file, O_RDONLY, QIODevice::ReadOnly) &&
+    return folder_.openFile(content, name, O_RDONLY, QIODevice::ReadOnly) &&
            updates::isGenuine(content, item_, publicKey_);
 }
 
@@ -105,11 +75,11 @@ bool PackageFile::isGenuine() {
 
 std::optional<Failure> PackageFile::checkSpace() const {
     std::error_code error;
-    const auto disk = fs::space(folder_, error);
+    const auto disk = fs::space(folder_.path(), error);
     if (error || disk.available >= static_cast<std::uintmax_t>(item_.length - size()))
         return std::nullopt;
-    return Failure{
-        QStringLiteral("There is too little space for the package in “%1”.").arg(textOf(folder_))};
+    return Failure{QStringLiteral("There is too little space for the package in “%1”.")
+                       .arg(QFile::decodeName(folder_.path().c_str()))};
 }
 
 std::optional<Failure> PackageFile::beginAt(qint64 offset) {
@@ -132,12 +102,10 @@ std::optional<Failure> PackageFile::append(const QByteArray& bytes) {
 }
 
 std::variant<fs::path, Failure> PackageFile::publish() {
-    const fs::path file = folder_ / (name_ + endingFor(file_));
-    std::error_code error;
-    fs::rename(partial_, file, error);
-    if (error)
-        return folderFailure(folder_, error);
-    return file;
+    const std::string name = name_ + endingFor(file_);
+    if (!folder_.rename(partial_, name))
+        return folder_.failure();
+    return folder_.path() / name;
 }
 
 Failure PackageFile::unwritten() {
@@ -146,8 +114,7 @@ Failure PackageFile::unwritten() {
 }
 
 Failure PackageFile::deleted(const QString& reason) {
-    std::error_code error;
-    fs::remove(partial_, error);
+    folder_.remove(partial_);
     return {reason + QStringLiteral(" It was deleted.")};
 }
 

@@ -4,20 +4,23 @@
 
 #include "Linux/Updates/Library/Failure.h"
 #include "Linux/Updates/Library/Feed.h"
+#include "Linux/Updates/Library/PackageFolder.h"
 
 #include <QFile>
 
 #include <filesystem>
 #include <optional>
+#include <string>
 #include <variant>
 
 namespace tessary::updates {
 
 class PackageFile {
 public:
-    PackageFile(UpdateItem item, QByteArray publicKey, std::filesystem::path folder);
+    /// The file lies in the `PackageFolder` of `cache`.
+    PackageFile(UpdateItem item, QByteArray publicKey, std::filesystem::path cache);
 
-    /// Opens the partial file, in a folder that is made for its owner alone. Other files there are
+    /// Opens the partial file. Files of other packages, which are known by their names, are
     /// deleted; a genuine one of this package becomes the partial file. Fails also for a version
     /// whose text would lead out of the folder.
     std::optional<Failure> open();
@@ -43,14 +46,15 @@ public:
 
 private:
     Failure unwritten();
-    std::optional<Failure> clearFolder() const;
-    bool isGenuine(const std::filesystem::path& file) const;
+    /// False with `errno`.
+    bool clearFolder() const;
+    bool isGenuine(const std::string& name) const;
 
     UpdateItem item_;
     QByteArray publicKey_;
-    std::filesystem::path folder_;
-    std::string name_; ///< without what a kind of file ends with
-    std::filesystem::path partial_;
+    PackageFolder folder_;
+    std::string name_;    ///< without what a kind of file ends with
+    std::string partial_; ///< the partial file's name
     QFile file_;
 };
 

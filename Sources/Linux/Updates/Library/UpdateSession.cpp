@@ -96,7 +96,7 @@ void UpdateSession::install() {
     progress->setReceived(0, item_->length);
     show(DialogHandle<QDialog>(progress), [this](int) { end(); });
     work_ = std::make_shared<PackageDownload>(
-        *item_, bytesOfKey(request_.publicKey), request_.downloadFolder, request_.limits,
+        *item_, bytesOfKey(request_.publicKey), request_.cacheFolder, request_.limits,
         [progress, length = item_->length](qint64 received) {
             progress->setReceived(received, length);
         },

@@ -31,7 +31,8 @@ public:
         std::function<void(TessaryUpdateOutcome)> ended;
 
         TransferLimits limits;
-        std::filesystem::path downloadFolder;
+        std::filesystem::path
+            cacheFolder; ///< in which packages are downloaded to a folder of their own
     };
 
     /// Begins to look, in the event loop that runs.
