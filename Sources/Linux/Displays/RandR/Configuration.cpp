@@ -16,7 +16,7 @@ namespace tessary {
 namespace {
 
 template <typename Range, typename Id>
-auto* found(const Range& range, Id id) {
+auto* found(Range& range, Id id) {
     const auto element = std::ranges::find_if(range, [id](const auto& e) { return e.id == id; });
     return element != range.end() ? &*element : nullptr;
 }
@@ -66,7 +66,7 @@ CrtcState crtcFrom(xcb_randr_crtc_t id, const xcb_randr_get_crtc_info_reply_t& i
             info.rotation,
             {outputs.begin(), outputs.end()},
             {},
-            false};
+            {}};
 }
 
 OutputState outputFrom(xcb_randr_output_t id, const xcb_randr_get_output_info_reply_t& info) {
@@ -138,12 +138,23 @@ const CrtcState* Configuration::crtc(xcb_randr_crtc_t id) const {
     return found(crtcs, id);
 }
 
+CrtcState* Configuration::crtc(xcb_randr_crtc_t id) {
+    return found(crtcs, id);
+}
+
 const OutputState* Configuration::output(xcb_randr_output_t id) const {
     return found(outputs, id);
 }
 
 const ModeTiming* Configuration::mode(xcb_randr_mode_t id) const {
     return found(modes, id);
+}
+
+const CrtcState* Configuration::shownBy(const OutputState& output) const {
+    const CrtcState* shown = crtc(output.crtc);
+    const bool isActive =
+        shown != nullptr && shown->mode != XCB_NONE && output.isConnected && output.isDesktop;
+    return isActive ? shown : nullptr;
 }
 
 void probeHardware(const XConnection& connection) {

@@ -3,6 +3,7 @@
 
 #include "Linux/Displays/DisplayRecord.h"
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -23,6 +24,17 @@ struct Panning {
     friend bool operator==(const Panning&, const Panning&) = default;
 };
 
+/// What a CRTC does to the picture before it shows it, in the words of RandR: scaling, most often.
+struct Transform {
+    static constexpr xcb_render_fixed_t one = 1 << 16;
+
+    std::array<xcb_render_fixed_t, 9> matrix{one, 0, 0, 0, one, 0, 0, 0, one}; ///< row by row
+    std::string filter;
+    std::vector<xcb_render_fixed_t> parameters; ///< of the filter
+
+    friend bool operator==(const Transform&, const Transform&) = default;
+};
+
 struct CrtcState {
     xcb_randr_crtc_t id = XCB_NONE;
     PixelRect frame;
@@ -30,7 +42,7 @@ struct CrtcState {
     std::uint16_t rotation = XCB_RANDR_ROTATION_ROTATE_0;
     std::vector<xcb_randr_output_t> outputs;
     Panning panning;
-    bool isTransformed = false; ///< by anything but the identity
+    Transform transform;
 
     friend bool operator==(const CrtcState&, const CrtcState&) = default;
 };
@@ -45,6 +57,8 @@ struct OutputState {
     std::vector<std::uint8_t> edid;
     std::vector<xcb_randr_mode_t> modes;
     std::size_t preferredModes = 0; ///< how many of `modes`, from the first, are preferred
+
+    friend bool operator==(const OutputState&, const OutputState&) = default;
 };
 
 struct ModeTiming {
@@ -52,6 +66,15 @@ struct ModeTiming {
     PixelSize size;
     double rate = 0; ///< hertz
     std::uint32_t flags = 0;
+
+    /// Neither interlaced nor double-scan.
+    bool isUsable() const {
+        constexpr std::uint32_t unusable =
+            XCB_RANDR_MODE_FLAG_INTERLACE | XCB_RANDR_MODE_FLAG_DOUBLE_SCAN;
+        return (flags & unusable) == 0;
+    }
+
+    friend bool operator==(const ModeTiming&, const ModeTiming&) = default;
 };
 
 struct SizeRange {
@@ -62,6 +85,8 @@ struct SizeRange {
         return size.width >= least.width && size.width <= most.width &&
                size.height >= least.height && size.height <= most.height;
     }
+
+    friend bool operator==(const SizeRange&, const SizeRange&) = default;
 };
 
 struct Configuration {
@@ -74,8 +99,14 @@ struct Configuration {
     std::vector<ModeTiming> modes;
 
     const CrtcState* crtc(xcb_randr_crtc_t id) const;
+    CrtcState* crtc(xcb_randr_crtc_t id);
     const OutputState* output(xcb_randr_output_t id) const;
     const ModeTiming* mode(xcb_randr_mode_t id) const;
+
+    /// The CRTC that shows the desktop on the output; null when none does.
+    const CrtcState* shownBy(const OutputState& output) const;
+
+    friend bool operator==(const Configuration&, const Configuration&) = default;
 };
 
 /// Whether a rotation stands the picture on its side.

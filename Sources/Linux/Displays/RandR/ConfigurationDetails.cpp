@@ -13,11 +13,21 @@ namespace tessary {
 
 namespace {
 
-bool isIdentity(const xcb_render_transform_t& t) {
-    constexpr xcb_render_fixed_t one = 1 << 16;
-    return t.matrix11 == one && t.matrix22 == one && t.matrix33 == one && t.matrix12 == 0 &&
-           t.matrix13 == 0 && t.matrix21 == 0 && t.matrix23 == 0 && t.matrix31 == 0 &&
-           t.matrix32 == 0;
+/// The identity is the same with any filter.
+Transform transformFrom(const xcb_randr_get_crtc_transform_reply_t& reply) {
+    const xcb_render_transform_t& t = reply.current_transform;
+    Transform transform;
+    transform.matrix = {t.matrix11, t.matrix12, t.matrix13, t.matrix21, t.matrix22,
+                        t.matrix23, t.matrix31, t.matrix32, t.matrix33};
+    if (transform == Transform{})
+        return transform;
+    const auto filter = spanOf(xcb_randr_get_crtc_transform_current_filter_name(&reply),
+                               xcb_randr_get_crtc_transform_current_filter_name_length(&reply));
+    const auto parameters = spanOf(xcb_randr_get_crtc_transform_current_params(&reply),
+                                   xcb_randr_get_crtc_transform_current_params_length(&reply));
+    transform.filter.assign(filter.begin(), filter.end());
+    transform.parameters.assign(parameters.begin(), parameters.end());
+    return transform;
 }
 
 Panning panningFrom(const xcb_randr_get_panning_reply_t& reply) {
@@ -86,7 +96,8 @@ void readCrtcDetails(const XConnection& x, std::vector<CrtcState>& crtcs) {
             active[i]->panning = panningFrom(*panning);
         const XReply<xcb_randr_get_crtc_transform_reply_t> transform(
             xcb_randr_get_crtc_transform_reply(x.get(), transforms[i], nullptr));
-        active[i]->isTransformed = transform && !isIdentity(transform->current_transform);
+        if (transform)
+            active[i]->transform = transformFrom(*transform);
     }
 }
 

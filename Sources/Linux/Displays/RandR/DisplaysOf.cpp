@@ -11,11 +11,9 @@ namespace tessary {
 namespace {
 
 ModeRecord recordOf(const ModeTiming& mode, const CrtcState& crtc) {
-    constexpr std::uint32_t unusable =
-        XCB_RANDR_MODE_FLAG_INTERLACE | XCB_RANDR_MODE_FLAG_DOUBLE_SCAN;
     return {mode.id,    unturned(mode.size, isTurned(crtc.rotation)),
             mode.size,  mode.rate,
-            mode.flags, (mode.flags & unusable) == 0,
+            mode.flags, mode.isUsable(),
             false};
 }
 
@@ -62,17 +60,14 @@ DisplayRecord displayOf(const OutputState& output, const CrtcState& crtc,
     return display;
 }
 
-bool isActive(const OutputState& output, const Configuration& configuration) {
-    const CrtcState* crtc = configuration.crtc(output.crtc);
-    return crtc != nullptr && crtc->mode != XCB_NONE && output.isConnected && output.isDesktop;
-}
-
-/// Outputs on one CRTC are one display: the primary one stands for it if it is among them, else the
-/// first.
-bool standsForCrtc(const OutputState& output, const Configuration& configuration) {
+/// Outputs that show exactly the same frame, on one CRTC or on several, are one display: the
+/// primary one stands for it if it is among them, else the first.
+bool standsForFrame(const OutputState& output, const PixelRect& frame,
+                    const Configuration& configuration) {
     const OutputState* standing = nullptr;
     for (const OutputState& other : configuration.outputs)
-        if (other.crtc == output.crtc && isActive(other, configuration) &&
+        if (const CrtcState* crtc = configuration.shownBy(other);
+            crtc != nullptr && crtc->frame == frame &&
             (standing == nullptr || other.id == configuration.primary))
             standing = &other;
     return standing == &output;
@@ -106,8 +101,9 @@ void numberEqualNames(DisplayRecords& displays) {
 DisplayRecords displaysOf(const Configuration& configuration) {
     DisplayRecords displays;
     for (const OutputState& output : configuration.outputs)
-        if (isActive(output, configuration) && standsForCrtc(output, configuration))
-            displays.push_back(displayOf(output, *configuration.crtc(output.crtc), configuration));
+        if (const CrtcState* crtc = configuration.shownBy(output);
+            crtc != nullptr && standsForFrame(output, crtc->frame, configuration))
+            displays.push_back(displayOf(output, *crtc, configuration));
     chooseMain(displays, configuration.primary);
     numberEqualNames(displays);
     return displays;

@@ -3,17 +3,78 @@
 #include "Linux/Displays/Arrangement.h"
 
 #include <algorithm>
+#include <cmath>
+#include <tuple>
 
 namespace tessary {
 
 namespace {
 
-std::vector<CrtcState*> activeCrtcs(Configuration& configuration) {
-    std::vector<CrtcState*> active;
-    for (CrtcState& crtc : configuration.crtcs)
-        if (crtc.mode != XCB_NONE)
-            active.push_back(&crtc);
-    return active;
+using CrtcIds = std::vector<xcb_randr_crtc_t>;
+
+/// What somebody sees at one place: by one CRTC, or by several with exactly the same frame, which
+/// are one display.
+struct Area {
+    PixelRect frame;
+    CrtcIds crtcs;
+};
+
+bool isSeen(const CrtcState& crtc, const Configuration& configuration) {
+    return std::ranges::any_of(configuration.outputs, [&](const OutputState& output) {
+        return configuration.shownBy(output) == &crtc;
+    });
+}
+
+void add(const CrtcState& crtc, std::vector<Area>& areas) {
+    const auto area = std::ranges::find(areas, crtc.frame, &Area::frame);
+    if (area != areas.end())
+        area->crtcs.push_back(crtc.id);
+    else
+        areas.push_back({crtc.frame, {crtc.id}});
+}
+
+/// Of the CRTCs that are on without being seen, as behind a display that was unplugged, those whose
+/// place is free keep it: their displays may come back.
+std::vector<Area> areasOf(const Configuration& configuration) {
+    std::vector<Area> areas;
+    std::vector<const CrtcState*> unseen;
+    for (const CrtcState& crtc : configuration.crtcs) {
+        if (crtc.mode == XCB_NONE)
+            continue;
+        if (isSeen(crtc, configuration))
+            add(crtc, areas);
+        else
+            unseen.push_back(&crtc);
+    }
+    for (const CrtcState* crtc : unseen)
+        if (std::ranges::none_of(
+                areas, [&](const Area& area) { return overlap(area.frame, crtc->frame); }))
+            add(*crtc, areas);
+    return areas;
+}
+
+bool offers(const Configuration& configuration, const CrtcState& crtc, xcb_randr_mode_t mode) {
+    return std::ranges::all_of(crtc.outputs, [&](xcb_randr_output_t id) {
+        const OutputState* output = configuration.output(id);
+        return output != nullptr && std::ranges::find(output->modes, mode) != output->modes.end();
+    });
+}
+
+/// The mode by which `crtc` shows what another one shows by `wanted`, `size` large: that mode
+/// itself, else one of the same rate, else the one of the highest. Null when it has none.
+const ModeTiming* ownMode(const Configuration& configuration, const CrtcState& crtc,
+                          const ModeTiming& wanted, PixelSize size) {
+    const auto rank = [&](const ModeTiming& mode) {
+        return std::tuple(mode.id == wanted.id, std::lround(mode.rate) == std::lround(wanted.rate),
+                          mode.rate);
+    };
+    const ModeTiming* best = nullptr;
+    for (const ModeTiming& mode : configuration.modes)
+        if ((mode.isUsable() || mode.id == wanted.id) &&
+            unturned(mode.size, isTurned(crtc.rotation)) == size &&
+            offers(configuration, crtc, mode.id) && (best == nullptr || rank(mode) > rank(*best)))
+            best = &mode;
+    return best;
 }
 
 /// Takes a CRTC to its new frame, and the area that it pans over along.
@@ -35,33 +96,43 @@ void place(CrtcState& crtc, const PixelRect& frame) {
     crtc.frame = frame;
 }
 
-/// Gives one display its mode and everybody their new place. False when that is not possible.
+/// Gives one display its mode, unscaled, and everybody their new place. False when that is not
+/// possible.
 bool change(Configuration& configuration, const ModeChange& wanted) {
-    const auto active = activeCrtcs(configuration);
     const OutputState* output = configuration.output(wanted.display);
+    const CrtcState* shown = output != nullptr ? configuration.shownBy(*output) : nullptr;
     const ModeTiming* mode = configuration.mode(wanted.mode);
-    if (output == nullptr || mode == nullptr)
-        return false;
-    const auto crtc = std::ranges::find(active, output->crtc, &CrtcState::id);
-    if (crtc == active.end() || (*crtc)->isTransformed)
+    if (shown == nullptr || mode == nullptr || !offers(configuration, *shown, mode->id))
         return false;
 
+    const auto areas = areasOf(configuration);
+    const auto changed = std::ranges::find(areas, shown->frame, &Area::frame);
+    const PixelSize size = unturned(mode->size, isTurned(shown->rotation));
+    for (const xcb_randr_crtc_t id : changed->crtcs) {
+        CrtcState& crtc = *configuration.crtc(id);
+        const ModeTiming* own = ownMode(configuration, crtc, *mode, size);
+        if (own == nullptr)
+            return false;
+        crtc.mode = own->id;
+        crtc.panning = {};
+        crtc.transform = {};
+    }
     std::vector<PixelRect> frames;
-    std::ranges::transform(active, std::back_inserter(frames), &CrtcState::frame);
-    (*crtc)->mode = mode->id;
-    (*crtc)->panning = {};
-    frames = arrange(frames, static_cast<std::size_t>(crtc - active.begin()),
-                     unturned(mode->size, isTurned((*crtc)->rotation)));
-    for (std::size_t i = 0; i < active.size(); ++i)
-        place(*active[i], frames[i]);
+    std::ranges::transform(areas, std::back_inserter(frames), &Area::frame);
+    frames = arrange(frames, static_cast<std::size_t>(changed - areas.begin()), size);
+    for (std::size_t i = 0; i < areas.size(); ++i)
+        for (const xcb_randr_crtc_t id : areas[i].crtcs)
+            place(*configuration.crtc(id), frames[i]);
     return true;
 }
 
-PixelSize sizeAround(const std::vector<CrtcState*>& crtcs, PixelSize least) {
+PixelSize sizeAround(const std::vector<CrtcState>& crtcs, PixelSize least) {
     PixelSize size = least;
-    for (const CrtcState* crtc : crtcs) {
-        size.width = std::max(size.width, crtc->frame.right());
-        size.height = std::max(size.height, crtc->frame.bottom());
+    for (const CrtcState& crtc : crtcs) {
+        if (crtc.mode == XCB_NONE)
+            continue;
+        size.width = std::max(size.width, crtc.frame.right());
+        size.height = std::max(size.height, crtc.frame.bottom());
     }
     return size;
 }
@@ -74,15 +145,15 @@ std::optional<Configuration> planned(const Configuration& before,
     for (const ModeChange& wanted : changes)
         if (!change(after, wanted))
             return std::nullopt;
-    after.screen = sizeAround(activeCrtcs(after), after.screenRange.least);
+    after.screen = sizeAround(after.crtcs, after.screenRange.least);
     return after.screenRange.contains(after.screen) ? std::optional(after) : std::nullopt;
 }
 
 std::optional<PixelPoint> plannedPointer(PixelPoint pointer, const Configuration& before,
                                          const Configuration& after) {
-    for (const CrtcState& crtc : before.crtcs)
-        if (crtc.mode != XCB_NONE && crtc.frame.contains(pointer))
-            return carriedAlong(pointer, crtc.frame, after.crtc(crtc.id)->frame);
+    for (const Area& area : areasOf(before))
+        if (area.frame.contains(pointer))
+            return carriedAlong(pointer, area.frame, after.crtc(area.crtcs.front())->frame);
     return std::nullopt;
 }
 

@@ -105,6 +105,7 @@ private:
     void turnOffCrtc(xcb_randr_crtc_t id) {
         CrtcState off;
         off.id = id;
+        off.transform = before_.crtc(id)->transform; // waits for the CRTC to go on again
         set(off);
         turnedOff_.push_back(id);
     }
@@ -114,6 +115,8 @@ private:
         const bool pans = crtc.panning != Panning{};
         if (before != nullptr && before->panning != Panning{} && !pans)
             setPanning(crtc); // first: it would hold the CRTC at its old place
+        if (before != nullptr && before->transform != crtc.transform)
+            setTransform(crtc); // first: it counts when the CRTC is set
         crtcCookies_.push_back(xcb_randr_set_crtc_config(
             x_.get(), crtc.id, XCB_CURRENT_TIME, after_.time,
             static_cast<std::int16_t>(crtc.frame.x), static_cast<std::int16_t>(crtc.frame.y),
@@ -129,6 +132,17 @@ private:
             xcb_randr_set_panning(x_.get(), crtc.id, XCB_CURRENT_TIME, p.left, p.top, p.width,
                                   p.height, p.trackLeft, p.trackTop, p.trackWidth, p.trackHeight,
                                   p.borderLeft, p.borderTop, p.borderRight, p.borderBottom);
+        xcb_discard_reply(x_.get(), cookie.sequence);
+    }
+
+    void setTransform(const CrtcState& crtc) {
+        const auto& [matrix, filter, parameters] = crtc.transform;
+        const xcb_render_transform_t transform{matrix[0], matrix[1], matrix[2],
+                                               matrix[3], matrix[4], matrix[5],
+                                               matrix[6], matrix[7], matrix[8]};
+        const auto cookie = xcb_randr_set_crtc_transform_checked(
+            x_.get(), crtc.id, transform, static_cast<std::uint16_t>(filter.size()), filter.data(),
+            static_cast<std::uint32_t>(parameters.size()), parameters.data());
         xcb_discard_reply(x_.get(), cookie.sequence);
     }
 
