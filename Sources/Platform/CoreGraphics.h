@@ -145,8 +145,9 @@ using CGDisplayReconfigurationCallBack = void (*)(CGDirectDisplayID display,
                                                   CGDisplayChangeSummaryFlags flags,
                                                   void* userInfo);
 
-/// Has `callback` called for every display that a reconfiguration affects: once with the begin flag
-/// before the change is visible to the program and once without it afterwards. The thread is not
-/// promised. Any answer but 0 is failure.
+/// Has `callback` called for every display that a reconfiguration affects: once with the begin
+/// flag, while the service answers what was so before, and once without it, when it answers what is
+/// so since. Both come when the service has heard of the change; until then calls may answer
+/// either. The thread is not promised. Any answer but 0 is failure.
 CGError CGDisplayRegisterReconfigurationCallback(CGDisplayReconfigurationCallBack callback,
                                                  void* userInfo);

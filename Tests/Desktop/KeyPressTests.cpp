@@ -122,6 +122,39 @@ TEST_F(KeyPress, OnAModeThatWasDeletedUnnoticedSoundsTheAlertAndTheNextOneFindsA
     EXPECT_EQ(layoutOnce(fallback), fallback);
 }
 
+TEST_F(KeyPress, WhileSomebodyElseMovesADisplayIsCarriedOutOnTheNewLayout) {
+    ChildProcess tessary(program());
+    ASSERT_TRUE(isReady());
+    ASSERT_TRUE(tessary.waitForLine(noPanel));
+    client_.movePointer(1300, 300);
+    xcb_grab_server(client_.connection()); // the switch is under way, and waits
+    const long sleeps = tessary.sleeps();
+    client_.tap(keys::f14);
+    EXPECT_TRUE(client_.waitUntil([&] { return tessary.sleeps() > sleeps; }));
+    client_.moveDisplay("DUMMY0", 0, 3000);
+    xcb_ungrab_server(client_.connection());
+    xcb_flush(client_.connection());
+    const Layout expected{{"DUMMY0", "1280x720+0+3000 60.00 Hz"},
+                          {"DUMMY1", "1920x1080+1280+0 59.96 Hz"}};
+    EXPECT_EQ(layoutOnce(expected), expected);
+    EXPECT_EQ(client_.bells(), 0);
+}
+
+TEST_F(KeyPress, OnMirroredDisplaysSwitchesThemTogetherAndMovesTheirNeighbour) {
+    server_.addMode("DUMMY1", 2560, 1440);
+    server_.addMode("DUMMY2", 1280, 720);
+    server_.xrandr({"--output", "DUMMY1", "--same-as", "DUMMY0", "--output", "DUMMY2", "--mode",
+                    "1280x720_60", "--pos", "1280x0"});
+    ChildProcess tessary(program());
+    ASSERT_TRUE(isReady());
+    client_.movePointer(640, 300);
+    client_.tap(keys::f15);
+    const Layout expected{{"DUMMY0", "2560x1440+0+0 60.00 Hz"},
+                          {"DUMMY1", "2560x1440+0+0 60.00 Hz"},
+                          {"DUMMY2", "1280x720+2560+0 60.00 Hz"}};
+    EXPECT_EQ(layoutOnce(expected), expected);
+}
+
 TEST_F(KeyPress, BeyondTheLargestScreenOrOnAnEmptySlotSoundsTheAlertAndChangesNothing) {
     server_.addMode("DUMMY1", 31000, 720);
     server_.xrandr({"--output", "DUMMY1", "--mode", "31000x720_60"});

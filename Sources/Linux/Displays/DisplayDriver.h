@@ -20,9 +20,12 @@ struct ModeChange {
 
 enum class Permanence { untilLogOut, permanent };
 
+/// While reports of the time before are given, all answers are those from before the change.
+enum class ReportTime { before, after };
+
 class DisplayDriver {
 public:
-    using ReportHandler = std::function<void(CGDirectDisplayID changed)>;
+    using ReportHandler = std::function<void(CGDirectDisplayID changed, ReportTime time)>;
 
     virtual ~DisplayDriver() = default;
 
@@ -39,7 +42,9 @@ public:
     /// Puts the permanently chosen modes back, once per session.
     virtual void restorePermanentModes() = 0;
 
-    /// Has `handler` called from the event loop for each display of which anything changed.
+    /// Has `handler` called from the event loop for the displays of which anything changed: for
+    /// each of them before, then for each of them after. `apply` and `displays` answer what is so
+    /// without waiting for these reports.
     virtual void setReportHandler(ReportHandler handler) = 0;
 
     /// Whether keys can be grabbed in this session.

@@ -58,11 +58,12 @@ std::unique_ptr<CGDisplayConfig> closed(CGDisplayConfigRef configuration) {
     return transaction;
 }
 
-void report(CGDirectDisplayID display) {
+void report(CGDirectDisplayID display, tessary::ReportTime time) {
+    const CGDisplayChangeSummaryFlags flags =
+        time == tessary::ReportTime::before ? kCGDisplayBeginConfigurationFlag : 0;
     const auto callbacks = service().callbacks;
-    for (const CGDisplayChangeSummaryFlags flags : {kCGDisplayBeginConfigurationFlag, 0U})
-        for (const Callback& callback : callbacks)
-            callback.function(display, flags, callback.userInfo);
+    for (const Callback& callback : callbacks)
+        callback.function(display, flags, callback.userInfo);
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <csignal>
+#include <fstream>
 #include <regex>
 #include <stdexcept>
 
@@ -82,6 +83,15 @@ std::optional<std::string> ChildProcess::waitForLine(const std::string& expressi
         return line != lines_.cend() || isOutputClosed_;
     });
     return line != lines_.cend() ? std::optional(*line) : std::nullopt;
+}
+
+long ChildProcess::sleeps() const {
+    std::ifstream status("/proc/" + std::to_string(id_) + "/status");
+    const std::string name = "voluntary_ctxt_switches:";
+    for (std::string line; std::getline(status, line);)
+        if (line.starts_with(name))
+            return std::stol(line.substr(name.size()));
+    return 0;
 }
 
 void ChildProcess::signal(int number) const {

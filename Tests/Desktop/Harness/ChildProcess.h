@@ -27,6 +27,9 @@ public:
 
     void signal(int number) const;
 
+    /// How often it has gone to sleep so far, to wait for something.
+    long sleeps() const;
+
     /// Waits for the end. The exit status, or minus the number of the signal that ended it; nothing
     /// when it still runs after `patience`.
     std::optional<int> wait();

@@ -75,6 +75,23 @@ void Client::setEDID(const std::string& output, std::span<const std::uint8_t> by
         XCB_PROP_MODE_REPLACE, static_cast<std::uint32_t>(bytes.size()), bytes.data()));
 }
 
+void Client::moveDisplay(const std::string& output, std::int16_t x, std::int16_t y) const {
+    const auto id = outputNamed(output);
+    const auto resources =
+        reply(connection(), xcb_randr_get_screen_resources_current(connection(), root_),
+              xcb_randr_get_screen_resources_current_reply);
+    const auto time = resources->config_timestamp;
+    const auto shown = reply(connection(), xcb_randr_get_output_info(connection(), id, time),
+                             xcb_randr_get_output_info_reply);
+    const auto crtc = reply(connection(), xcb_randr_get_crtc_info(connection(), shown->crtc, time),
+                            xcb_randr_get_crtc_info_reply);
+    check(xcb_randr_set_screen_size_checked(connection(), root_, 8192, 4096, 2000, 1000));
+    reply(connection(),
+          xcb_randr_set_crtc_config(connection(), shown->crtc, XCB_CURRENT_TIME, time, x, y,
+                                    crtc->mode, crtc->rotation, 1, &id),
+          xcb_randr_set_crtc_config_reply);
+}
+
 void Client::setNumberOfDesktops(std::uint32_t count) const {
     const std::string name = "_NET_NUMBER_OF_DESKTOPS";
     const auto property = reply(

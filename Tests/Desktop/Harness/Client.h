@@ -55,6 +55,9 @@ public:
 
     void setEDID(const std::string& output, std::span<const std::uint8_t> bytes) const;
 
+    /// Takes a display to another place of a screen of 8192 × 4096.
+    void moveDisplay(const std::string& output, std::int16_t x, std::int16_t y) const;
+
     /// Tells what a window manager would tell, for which some panels wait.
     void setNumberOfDesktops(std::uint32_t count) const;
 

@@ -45,7 +45,7 @@ RandRDriver::RandRDriver(XConnection& connection, Configuration configuration)
       permanentModes_(Database::shared()),
       configuration_(std::move(configuration)),
       displays_(displaysOf(configuration_)),
-      reported_(displays_) {
+      reports_(displays_) {
     firstEvent_ = xcb_get_extension_data(connection.get(), &xcb_randr_id)->first_event;
     const xcb_screen_t& screen = connection.screen();
     if (const auto density = densityOf({screen.width_in_pixels, screen.height_in_pixels},
@@ -56,7 +56,7 @@ RandRDriver::RandRDriver(XConnection& connection, Configuration configuration)
 
 const DisplayRecords& RandRDriver::displays() {
     refresh();
-    return displays_;
+    return lastDisplays();
 }
 
 void RandRDriver::note(const xcb_generic_event_t& event) {
@@ -118,20 +118,30 @@ Outcome RandRDriver::attempt(const std::vector<ModeChange>& changes) {
         displays_ = displaysOf(configuration_);
         isUnreported_ = true;
     }
-    isStale_ = true; // whatever the hardware did meanwhile came with no event
     return outcome;
 }
 
+/// Reads the displays anew, since a mode that somebody deleted comes with no event. Whether that,
+/// or an event, shows that somebody changed them while they were being switched.
+bool RandRDriver::isNewsAfterRefusal(Outcome outcome) {
+    const Configuration refused = configuration_;
+    connection_.drain();
+    const bool hasNews = isStale_;
+    reread();
+    return outcome == Outcome::stale || hasNews || configuration_ != refused;
+}
+
 bool RandRDriver::apply(const std::vector<ModeChange>& changes, Permanence permanence) {
+    refresh();
     Outcome outcome = attempt(changes);
-    if (outcome == Outcome::stale) {
-        reread();
+    if (outcome != Outcome::done && isNewsAfterRefusal(outcome)) {
         outcome = attempt(changes);
+        if (outcome != Outcome::done)
+            reread();
     }
-    if (outcome != Outcome::done) {
-        reread(); // a mode that somebody deleted comes with no event
+    if (outcome != Outcome::done)
         return false;
-    }
+    isStale_ = true; // whatever the hardware did meanwhile came with no event
     if (permanence == Permanence::permanent)
         for (const ModeChange& change : changes)
             if (const DisplayRecord* display = findDisplay(displays_, change.display))
@@ -151,7 +161,7 @@ void RandRDriver::restorePermanentModes() {
     const DisplayRecords displays = displays_; // restoring one changes the list
     for (const DisplayRecord& display : displays)
         restore(display);
-    reported_ = displays_;
+    reports_.skip(displays_);
     isUnreported_ = false;
 }
 
@@ -181,13 +191,9 @@ void RandRDriver::deliver() {
         return;
     const DisplayRecords displays = displays_;
     for (const DisplayRecord& display : displays)
-        if (findDisplay(reported_, display.id) == nullptr)
+        if (findDisplay(reports_.told(), display.id) == nullptr)
             restore(display);
-    const auto changed = changedDisplays(reported_, displays_);
-    reported_ = displays_;
-    if (report_)
-        for (const CGDirectDisplayID display : changed)
-            report_(display);
+    reports_.deliver(displays_);
 }
 
 } // namespace tessary

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Linux/Displays/DisplayDriver.h"
+#include "Linux/Displays/DisplayReports.h"
 #include "Linux/Displays/PermanentModes.h"
 #include "Linux/Displays/RandR/Configuration.h"
 #include "Linux/Displays/RandR/Transaction.h"
@@ -20,10 +21,12 @@ public:
     static std::unique_ptr<RandRDriver> make(XConnection& connection);
 
     const DisplayRecords& displays() override;
-    const DisplayRecords& lastDisplays() const override { return displays_; }
+    const DisplayRecords& lastDisplays() const override { return reports_.answer(displays_); }
     bool apply(const std::vector<ModeChange>& changes, Permanence permanence) override;
     void restorePermanentModes() override;
-    void setReportHandler(ReportHandler handler) override { report_ = std::move(handler); }
+    void setReportHandler(ReportHandler handler) override {
+        reports_.setHandler(std::move(handler));
+    }
     bool canGrabKeys() const override { return true; }
 
     void note(const xcb_generic_event_t& event) override;
@@ -36,6 +39,7 @@ private:
     void refresh();
     void see(Configuration configuration);
     bool reread();
+    bool isNewsAfterRefusal(Outcome outcome);
     Outcome attempt(const std::vector<ModeChange>& changes);
     void restore(const DisplayRecord& display);
     bool claimSession();
@@ -46,10 +50,9 @@ private:
     Density density_;
     Configuration configuration_;
     DisplayRecords displays_;   ///< what configuration_ means
-    DisplayRecords reported_;   ///< what the program was last told
     bool isStale_ = false;      ///< something changed since configuration_ was read
-    bool isUnreported_ = false; ///< displays_ may differ from reported_
-    ReportHandler report_;
+    bool isUnreported_ = false; ///< displays_ may differ from what was reported
+    DisplayReports reports_;
 };
 
 } // namespace tessary
