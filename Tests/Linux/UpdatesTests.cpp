@@ -44,6 +44,9 @@ TEST(UpdateSchedule, WaitsForTheRestOfTheIntervalWhateverTheClockWas) {
                       now, since ? std::optional(now - *since) : std::nullopt, 24h),
                   wait)
             << (since ? since->count() : -1);
+    using Time = std::chrono::sys_seconds;
+    EXPECT_EQ(tessary::timeUntilNextCheck(now, Time::min(), 24h), 0s);
+    EXPECT_EQ(tessary::timeUntilNextCheck(now, Time::max(), 24h), 24h);
 }
 
 TEST(UpdateSchedule, RingsOnceInTheLoopOfThatMomentAndNotWhenCancelled) {

@@ -16,7 +16,8 @@ std::chrono::seconds timeUntilNextCheck(std::chrono::sys_seconds now,
                                         std::chrono::seconds interval) {
     if (!lastCheck)
         return std::chrono::seconds(0);
-    return std::clamp(interval - (now - *lastCheck), std::chrono::seconds(0), interval);
+    // First the check, since what is stored may be as far away as a number can say.
+    return std::clamp(*lastCheck, now - interval, now) + interval - now;
 }
 
 UpdateSchedule& UpdateSchedule::shared() {

@@ -54,6 +54,13 @@ void schedule(std::chrono::seconds least = {}) {
     UpdateSchedule::shared().set(std::max(delay, least), checkOnSchedule);
 }
 
+/// Not what is stored: where that cannot be written, one look would follow another.
+std::chrono::seconds pauseAfter(TessaryUpdateOutcome outcome) {
+    if (outcome == tessaryUpdateLooked)
+        return UpdateConfiguration::installed().interval;
+    return outcome == tessaryUpdateInterrupted ? std::chrono::seconds(0) : retryDelay;
+}
+
 void end(TessaryUpdateOutcome outcome) {
     isChecking = false;
     if (outcome == tessaryUpdateLooked)
@@ -63,8 +70,7 @@ void end(TessaryUpdateOutcome outcome) {
         NSLog("tessary: updates could not be looked for");
     if (outcome == tessaryUpdateLooked)
         isFailureReported = false;
-    const bool isToWait = outcome == tessaryUpdateFailed || outcome == tessaryUpdateCancelled;
-    schedule(isToWait ? retryDelay : std::chrono::seconds(0));
+    schedule(pauseAfter(outcome));
 }
 
 void begin(bool isByUser) {
