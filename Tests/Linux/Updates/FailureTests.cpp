@@ -97,6 +97,13 @@ const Row rows[]{
      "redirects to an address that is not secure"},
     {"redirect_loop", [](auto& t) { redirectTo(t.feed(), t.server->address("/feed")); },
      "redirects too often"},
+    {"package_by_http_from_a_feed_by_https",
+     [](auto& t) {
+         t.otherServer.emplace(UpdateServer::Security::ownCertificate);
+         t.otherServer->answers["/feed"] = t.feed();
+         t.request.feed = t.otherServer->address("/feed");
+     },
+     "names an address that is not secure", true},
     {"no_such_package", [](auto& t) { t.server->answers.erase("/package"); }, "404", true, true},
     {"slow_package", [](auto& t) { t.stopWithin(t.answer(), t.request.limits.silence); },
      "took too long", true, true},

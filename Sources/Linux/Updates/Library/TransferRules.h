@@ -12,7 +12,7 @@ namespace tessary::updates {
 /// HTTPS, or HTTP at a loopback address in numbers.
 bool isSecure(const QUrl& address);
 
-/// Whether a server at `from` may send us on to `to`.
+/// Whether a server at `from` may send us on to `to`: what HTTPS has begun stays HTTPS.
 bool mayRedirect(const QUrl& from, const QUrl& to);
 
 /// For the file's bytes as they are, from an offset on, without cookies and credentials. It does

@@ -1,6 +1,7 @@
 #include "Linux/Updates/Library/UpdateSession.h"
 
 #include "Linux/Updates/Library/PackageHandler.h"
+#include "Linux/Updates/Library/TransferRules.h"
 
 #include <QCoreApplication>
 
@@ -92,6 +93,10 @@ void UpdateSession::offer() {
 }
 
 void UpdateSession::install() {
+    // A server elsewhere is not to have us ask the services of this computer, either.
+    if (!mayRedirect(QUrl(request_.feed, QUrl::StrictMode), item_->package))
+        return failToDownload(
+            QStringLiteral("The list of updates names an address that is not secure."));
     auto* progress = new ProgressDialog(QStringLiteral("Downloading %1…").arg(name(*item_)));
     progress->setReceived(0, item_->length);
     show(DialogHandle<QDialog>(progress), [this](int) { end(); });
@@ -106,10 +111,13 @@ void UpdateSession::install() {
         });
 }
 
+void UpdateSession::failToDownload(const QString& reason) {
+    showMessage(name(*item_) + QStringLiteral(" could not be downloaded"), reason);
+}
+
 void UpdateSession::open(const PackageDownload::Answer& answer) {
     if (const auto* failure = std::get_if<Failure>(&answer))
-        return showMessage(name(*item_) + QStringLiteral(" could not be downloaded"),
-                           failure->reason);
+        return failToDownload(failure->reason);
     const auto& package = std::get<std::filesystem::path>(answer);
     work_ = std::make_shared<PackageHandler>(
         package, [this](const std::optional<Failure>& failure) { endOpening(failure); });

@@ -56,6 +56,7 @@ private:
     void failToLook(const QString& reason);
     void endLooking(TessaryUpdateOutcome outcome);
     void install();
+    void failToDownload(const QString& reason);
     void open(const PackageDownload::Answer& answer);
     void endOpening(const std::optional<Failure>& failure);
 
