@@ -90,7 +90,7 @@ void UpdateServer::serve(QTcpSocket& socket) {
     const QByteArray path = request.split(' ').value(1);
     static const QRegularExpression rangeLine(QStringLiteral("\r\nRange: (.*)\r\n"));
     const QByteArray range = rangeLine.match(QString::fromLatin1(request)).captured(1).toLatin1();
-    requests[path].push_back(range);
+    requests[path].push_back(request);
     send(socket, answerTo(path, range));
 }
 

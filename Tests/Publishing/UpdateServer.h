@@ -40,7 +40,7 @@ public:
 
     std::map<QByteArray, ServerAnswer> answers; ///< by path; to others it answers 404
 
-    /// The requests so far, by path: what each has asked for in the header Range, empty for all.
+    /// The requests so far, as they came, by path.
     std::map<QByteArray, std::vector<QByteArray>> requests;
 
 private:

@@ -66,7 +66,9 @@ TEST_F(UpdateTest, ANewVersionIsOfferedDownloadedInTwoPartsAndHandedOver) {
     ASSERT_TRUE(press(QStringLiteral("Install")));
     const QString handed = folder.filePath(QStringLiteral("handed"));
     ASSERT_TRUE(until([&handed] { return QFile::exists(handed); }));
-    EXPECT_EQ(server->requests["/package"].back(), "bytes=150012-");
+    const QByteArray sent = server->requests["/package"].back();
+    EXPECT_TRUE(sent.contains("\r\nRange: bytes=150012-\r\n")) << sent.data();
+    EXPECT_TRUE(sent.contains("\r\nAccept-Language: *\r\n")) << sent.data();
     const auto file = std::filesystem::path(read(handed).toStdString());
     EXPECT_EQ(file.extension(), ".deb");
     EXPECT_EQ(file.parent_path(), downloads());

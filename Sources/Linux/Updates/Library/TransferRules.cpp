@@ -28,6 +28,7 @@ QNetworkRequest networkRequest(const Transfer::Request& request) {
     QNetworkRequest made(request.address.adjusted(QUrl::RemoveUserInfo));
     made.setHeader(QNetworkRequest::UserAgentHeader, QStringLiteral("Tessary"));
     made.setRawHeader("Accept-Encoding", "identity"); // else compressed bytes would be unpacked
+    made.setRawHeader("Accept-Language", "*");        // else the user's languages would be told
     if (request.offset > 0)
         made.setRawHeader("Range", "bytes=" + QByteArray::number(request.offset) + '-');
     made.setAttribute(QNetworkRequest::RedirectPolicyAttribute,

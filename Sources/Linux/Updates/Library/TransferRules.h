@@ -15,8 +15,8 @@ bool isSecure(const QUrl& address);
 /// Whether a server at `from` may send us on to `to`: what HTTPS has begun stays HTTPS.
 bool mayRedirect(const QUrl& from, const QUrl& to);
 
-/// For the file's bytes as they are, from an offset on, without cookies and credentials. It does
-/// not go on to another address by itself.
+/// For the file's bytes as they are, from an offset on, without cookies, credentials and anything
+/// else about the user. It does not go on to another address by itself.
 QNetworkRequest networkRequest(const Transfer::Request& request);
 
 /// Where in the file the bytes of a partial answer begin; nothing when it does not say.
