@@ -1,5 +1,6 @@
 #include "Linux/Desktop/StatusItem/DBusMenu.h"
 
+#include "Linux/Desktop/StatusItem/CallBudget.h"
 #include "Linux/Desktop/StatusItem/MenuMarshalling.h"
 
 #include <QDBusError>
@@ -161,9 +162,7 @@ QDBusMessage DBusMenu::answer(const QDBusMessage& call) {
 bool DBusMenu::handleMessage(const QDBusMessage& call, const QDBusConnection& connection) {
     if (method(call) == nullptr && call.interface() != menuInterface)
         return false;
-    const QDBusMessage reply = answer(call);
-    if (call.isReplyRequired())
-        connection.send(reply);
+    CallBudget::shared().reply(call, connection, [&] { return answer(call); });
     return true;
 }
 

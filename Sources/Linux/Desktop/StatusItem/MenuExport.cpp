@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <set>
+#include <unordered_set>
 #include <utility>
 
 namespace tessary {
@@ -34,6 +36,16 @@ void addChanges(const std::vector<MenuEntry>& before, const std::vector<MenuEntr
         }
         addChanges(before[place].children, entry.children, changes);
     }
+}
+
+/// Each of them once.
+QList<int> unique(const QList<int>& ids) {
+    std::unordered_set<int> seen;
+    QList<int> result;
+    for (const int id : ids)
+        if (seen.insert(id).second)
+            result.push_back(id);
+    return result;
 }
 
 void addAll(const MenuEntry& entry, std::vector<const MenuEntry*>& group) {
@@ -85,7 +97,11 @@ const MenuEntry* MenuExport::entry(int id) const {
     return found != entries_.end() ? found->second : nullptr;
 }
 
+/// Once in each turn of the event loop, whoever asks for it how often.
 void MenuExport::rebuild() {
+    if (std::exchange(*isFresh_, true))
+        return;
+    DispatchQueue::mainAsync([isFresh = isFresh_] { *isFresh = false; });
     if (const auto delegate = menu_->delegate())
         delegate->menuWillOpen(*menu_);
     const Entries before = std::exchange(root_.children, read(*menu_, root_.children));
@@ -107,7 +123,7 @@ std::vector<const MenuEntry*> MenuExport::group(const QList<int>& ids) const {
     std::vector<const MenuEntry*> group;
     if (ids.isEmpty())
         addAll(root_, group);
-    for (const int id : ids)
+    for (const int id : unique(ids))
         if (const MenuEntry* known = entry(id); known != nullptr)
             group.push_back(known);
     return group;
@@ -155,15 +171,16 @@ bool MenuExport::handle(const MenuEvent& event) {
 
 QList<int> MenuExport::handleGroup(const QList<MenuEvent>& events) {
     QList<int> unknownIds;
+    std::set<std::pair<int, QString>> handled;
     for (const MenuEvent& event : events)
-        if (!handle(event))
+        if (handled.emplace(event.id, event.name).second && !handle(event))
             unknownIds.push_back(event.id);
-    return unknownIds;
+    return unique(unknownIds);
 }
 
 MenuExport::GroupAboutToShow MenuExport::aboutToShowGroup(const QList<int>& ids) {
     GroupAboutToShow group;
-    for (const int id : ids) {
+    for (const int id : unique(ids)) {
         const auto needsUpdate = aboutToShow(id);
         if (!needsUpdate)
             group.unknownIds.push_back(id);

@@ -58,21 +58,23 @@ public:
     /// Entries hold until the next rebuild. Null when the id is unknown.
     const MenuEntry* entry(int id) const;
 
-    /// The entries of these ids, all when there are none; unknown ones are left out.
+    /// The entries of these ids, each once, all when there are none; unknown ones are left out.
     std::vector<const MenuEntry*> group(const QList<int>& ids) const;
 
     /// A property's value, its default included; invalid when entry or name is unknown.
     QVariant property(int id, const QString& name) const;
 
     /// Called before a menu is shown; true when its layout is another one than the host may know.
-    /// Rebuilds the root's menu, unless "opened" has just done so. Nothing when `id` is unknown.
+    /// Rebuilds the root's menu, unless "opened" has just done so, or anything in this turn of the
+    /// event loop. Nothing when `id` is unknown.
     std::optional<bool> aboutToShow(int id);
 
     /// "opened" rebuilds the root's menu, unless `aboutToShow` has just done so. "clicked" has the
     /// entry's action called later from the main queue. False when the id is unknown.
     bool handle(const MenuEvent& event);
 
-    /// All that is known of a group; the answers name the unknown ids.
+    /// All that is known of a group, what stands there twice once; the answers name the unknown
+    /// ids.
     QList<int> handleGroup(const QList<MenuEvent>& events);
 
     struct GroupAboutToShow {
@@ -102,6 +104,9 @@ private:
     unsigned revision_ = 1;
     Opening rebuiltFor_ = Opening::none; ///< what the host said last before it shows the menu
     bool layoutHasChanged_ = false;      ///< by the last rebuild
+    /// Whether there was a rebuild in this turn of the event loop. Shared with the task that ends
+    /// it.
+    std::shared_ptr<bool> isFresh_ = std::make_shared<bool>(false);
 };
 
 } // namespace tessary

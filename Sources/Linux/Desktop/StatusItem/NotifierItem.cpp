@@ -1,5 +1,6 @@
 #include "Linux/Desktop/StatusItem/NotifierItem.h"
 
+#include "Linux/Desktop/StatusItem/CallBudget.h"
 #include "Linux/Desktop/StatusItem/IconPixmaps.h"
 #include "Linux/Desktop/Symbols.h"
 #include "Platform/Foundation.h"
@@ -129,8 +130,10 @@ bool NotifierItem::handleMessage(const QDBusMessage& message, const QDBusConnect
     const bool isPropertyCall = message.interface() == propertiesInterface;
     if (!isPropertyCall && !message.interface().isEmpty() && message.interface() != interface)
         return false;
-    const auto answer = isPropertyCall ? answerToPropertyCall(message) : answerToCall(message);
-    return !message.isReplyRequired() || bus.send(answer);
+    CallBudget::shared().reply(message, bus, [&] {
+        return isPropertyCall ? answerToPropertyCall(message) : answerToCall(message);
+    });
+    return true;
 }
 
 QDBusMessage NotifierItem::answerToPropertyCall(const QDBusMessage& message) const {
