@@ -57,6 +57,40 @@ TEST_F(KeyPress, WorksWhateverLocksAreOn) {
     client_.movePointer(640, 300);
     client_.tap(keys::f15);
     EXPECT_EQ(layoutOnce(leftSwitched), leftSwitched);
+    const auto isOursBesideAltGr = [this] { return client_.isGrabbed(keys::f14, XCB_MOD_MASK_5); };
+    EXPECT_FALSE(isOursBesideAltGr()) << "while that is no lock";
+    client_.lock(XCB_MOD_MASK_5 | XCB_MOD_MASK_3);
+    EXPECT_TRUE(client_.waitUntil(isOursBesideAltGr));
+    client_.tap(keys::f14);
+    const Layout expected{{"DUMMY0", "1920x1080+0+0 59.96 Hz"},
+                          {"DUMMY1", "1280x720+1920+0 60.00 Hz"}};
+    EXPECT_EQ(layoutOnce(expected), expected);
+    client_.lock(0);
+    EXPECT_TRUE(client_.waitUntil([&] { return !isOursBesideAltGr(); }));
+}
+
+TEST_F(KeyPress, OfASecondKeyCountsWhileItMeansItselfAndNobodyElseHasIt) {
+    const auto isScrollLockOurs = [this] { return client_.isGrabbed(keys::scrollLock); };
+    xcb_grab_key(client_.connection(), 0, client_.root(), XCB_MOD_MASK_ANY, keys::pause,
+                 XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    server_.setKeymap({"-option", "compose:sclk"});
+    ChildProcess tessary(program());
+    ASSERT_TRUE(client_.waitUntil([this] { return client_.isGrabbed(keys::f15); }));
+    EXPECT_FALSE(isScrollLockOurs()) << "it composes characters";
+    xcb_ungrab_key(client_.connection(), keys::pause, client_.root(), XCB_MOD_MASK_ANY);
+    server_.setKeymap({"-option"});
+    EXPECT_TRUE(client_.waitUntil(isScrollLockOurs));
+    ASSERT_TRUE(isReady());
+    client_.movePointer(640, 300);
+    client_.tap(keys::pause);
+    EXPECT_EQ(layoutOnce(leftSwitched), leftSwitched);
+    server_.setKeymap({"-option", "grp:sclk_toggle"});
+    EXPECT_TRUE(client_.waitUntil([&] { return !isScrollLockOurs(); }));
+    tessary.signal(SIGTERM);
+    EXPECT_EQ(tessary.wait(), 0);
+    EXPECT_EQ(tessary.lines(),
+              (Words{"tessary: Pause is taken by another program; F15 works without it", noPanel,
+                     "tessary: Pause is free again and works"}));
 }
 
 TEST_F(KeyPress, ThatWaitedBehindAnotherFindsThePointerWhereThatOneLeftIt) {

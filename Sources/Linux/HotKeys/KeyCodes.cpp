@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace tessary {
 
@@ -35,6 +36,11 @@ constexpr auto table = std::to_array<KeyCode>({
 
 // clang-format on
 
+constexpr auto ownSymbols = std::to_array<SecondKey>({{99, 0xFF61}, {70, 0xFF14}, {119, 0xFF13}});
+
+constexpr auto names = std::to_array<std::pair<std::uint8_t, std::string_view>>(
+    {{183, "F13"}, {184, "F14"}, {185, "F15"}, {99, "Print"}, {70, "Scroll Lock"}, {119, "Pause"}});
+
 } // namespace
 
 std::span<const KeyCode> keyCodes() {
@@ -52,6 +58,15 @@ std::vector<std::uint8_t> hardwareKeys(std::uint32_t virtualKey) {
 std::optional<std::uint16_t> virtualKey(std::uint8_t hardwareKey) {
     const auto key = std::ranges::find(table, hardwareKey, &KeyCode::hardwareKey);
     return key != table.end() ? std::optional(key->virtualKey) : std::nullopt;
+}
+
+std::span<const SecondKey> secondKeys() {
+    return ownSymbols;
+}
+
+std::string_view hardwareKeyName(std::uint8_t hardwareKey) {
+    const auto name = std::ranges::find(names, hardwareKey, &decltype(names)::value_type::first);
+    return name != names.end() ? name->second : std::string_view();
 }
 
 } // namespace tessary

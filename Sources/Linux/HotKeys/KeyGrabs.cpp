@@ -3,17 +3,27 @@
 #include "Linux/HotKeys/KeyCodes.h"
 #include "Linux/X11/Reply.h"
 #include "Linux/X11/Xkb.h"
+#include "Platform/Carbon.h"
 #include "Platform/Foundation.h"
 
 #include <algorithm>
+#include <string>
 #include <utility>
 
 namespace tessary {
 
 namespace {
 
-/// X servers number the kernel's keys from 8.
-constexpr unsigned hardwareOffset = 8;
+std::string name(xcb_keycode_t key, std::uint32_t carbonModifiers) {
+    std::string result;
+    for (const auto& [modifier, word] : {std::pair(controlKey, "Control+"),
+                                         {optionKey, "Alt+"},
+                                         {shiftKey, "Shift+"},
+                                         {cmdKey, "Super+"}})
+        if ((carbonModifiers & modifier) != 0)
+            result += word;
+    return result.append(hardwareKeyName(static_cast<std::uint8_t>(key - hardwareOffset)));
+}
 
 } // namespace
 
@@ -21,7 +31,9 @@ KeyGrabs::KeyGrabs(XConnection& connection, PressHandler handler)
     : connection_(connection),
       handler_(std::move(handler)),
       keyboardEvent_(prepareKeyboardEvents(connection)),
-      modifiers_(ModifierMap::read(connection).value_or(ModifierMap{})) {
+      modifiers_(ModifierMap::read(connection).value_or(ModifierMap{})),
+      physicalKeys_(PhysicalKeys::read(connection)),
+      olderPresses_(connection) {
     if (!keyboardEvent_)
         NSLog("tessary: the X server lacks the keyboard extension; a held key will repeat");
     connection.addClient(*this);
@@ -45,39 +57,38 @@ std::optional<KeyGrabs::Refusal> KeyGrabs::grab(std::uint32_t virtualKey,
 
 std::optional<KeyGrabs::Refusal> KeyGrabs::take(HotKey& hotKey) {
     hotKey.keys.clear();
-    const auto hardware = hardwareKeys(hotKey.virtualKey);
+    const auto keys = physicalKeys_.of(hotKey.virtualKey);
     const auto modifiers = modifiers_.xModifiers(hotKey.carbonModifiers);
-    if (hardware.empty() || !modifiers)
+    if (keys.empty() || !modifiers)
         return Refusal::unknownKey;
     hotKey.modifiers = *modifiers;
     // In one batch with the grabs and before them: a press behind them is one of its own.
     const auto keysThatAreDown = xcb_query_keymap(connection_.get());
-    for (const std::uint8_t hardwareKey : hardware) {
-        const auto key = static_cast<xcb_keycode_t>(hardwareKey + hardwareOffset);
+    for (const xcb_keycode_t key : keys)
         if (takeKey(key, *modifiers))
             hotKey.keys.push_back(key);
-    }
-    noteOlderPresses(hotKey, keysThatAreDown);
+    const XReply<xcb_query_keymap_reply_t> before(
+        xcb_query_keymap_reply(connection_.get(), keysThatAreDown, nullptr));
+    olderPresses_.add(hotKey.keys, before.get());
+    report(hotKey, keys);
     return hotKey.keys.empty() ? std::optional(Refusal::taken) : std::nullopt;
 }
 
-void KeyGrabs::noteOlderPresses(const HotKey& hotKey, xcb_query_keymap_cookie_t question) {
-    constexpr unsigned bitsPerByte = 8;
-    const XReply<xcb_query_keymap_reply_t> keymap(
-        xcb_query_keymap_reply(connection_.get(), question, nullptr));
-    for (const xcb_keycode_t key : hotKey.keys) {
-        const unsigned byte = keymap ? keymap->keys[key / bitsPerByte] : 0U;
-        if ((byte >> (key % bitsPerByte) & 1U) != 0)
-            downBefore_[key] = std::chrono::steady_clock::now();
+/// Once when a key goes to somebody else and once when it is back, not at each try. Where none is
+/// left the program says so.
+void KeyGrabs::report(const HotKey& hotKey, std::span<const xcb_keycode_t> wanted) {
+    if (hotKey.keys.empty())
+        return;
+    for (const xcb_keycode_t key : wanted) {
+        const bool isOurs = std::ranges::find(hotKey.keys, key) != hotKey.keys.end();
+        const auto entry = std::pair(key, hotKey.carbonModifiers);
+        const std::string keyName = name(key, hotKey.carbonModifiers);
+        if (isOurs && missing_.erase(entry) > 0)
+            NSLog("tessary: " + keyName + " is free again and works");
+        else if (!isOurs && missing_.insert(entry).second)
+            NSLog("tessary: " + keyName + " is taken by another program; " +
+                  name(hotKey.keys.front(), hotKey.carbonModifiers) + " works without it");
     }
-}
-
-/// Of the same press, as when a shortcut has just been recorded. Servers begin to repeat within
-/// this time; what comes later is a press of its own.
-bool KeyGrabs::repeatsAnOlderPress(xcb_keycode_t key) {
-    constexpr std::chrono::milliseconds longestDelay{700};
-    const auto before = downBefore_.extract(key);
-    return !before.empty() && std::chrono::steady_clock::now() - before.mapped() < longestDelay;
 }
 
 /// All or nothing over the lock subsets: a key that works only without Num Lock is worse than none.
@@ -116,6 +127,7 @@ void KeyGrabs::ungrab(Number number) {
     release(*hotKey);
     for (const xcb_keycode_t key : hotKey->keys)
         held_.erase(key);
+    olderPresses_.forget(hotKey->keys);
     hotKeys_.erase(hotKey);
 }
 
@@ -136,6 +148,8 @@ void KeyGrabs::note(const xcb_generic_event_t& event) {
         noteRelease(reinterpret_cast<const xcb_key_release_event_t&>(event).detail);
     else if (type == XCB_MAPPING_NOTIFY || type == keyboardEvent_)
         keymapMayHaveChanged_ = true;
+    else
+        olderPresses_.note(event);
 }
 
 void KeyGrabs::notePress(const xcb_key_press_event_t& event, std::uint32_t sequence) {
@@ -145,9 +159,8 @@ void KeyGrabs::notePress(const xcb_key_press_event_t& event, std::uint32_t seque
     if (held_.empty())
         activating_ = event.detail;
     held_.insert(event.detail);
-    if (repeatsAnOlderPress(event.detail))
-        return;
-    presses_.push_back({hotKey->number, {{event.root_x, event.root_y}, sequence}});
+    if (!olderPresses_.contains(event.detail))
+        presses_.push_back({hotKey->number, {{event.root_x, event.root_y}, sequence}});
 }
 
 /// The keyboard is ours until the key that gave it to us is released. Releases after that go to
@@ -173,16 +186,28 @@ void KeyGrabs::deliver() {
 
 /// Only when it matters: some desktops announce a new keymap dozens of times a second.
 void KeyGrabs::renewGrabs() {
-    const auto now = ModifierMap::read(connection_);
-    if (!now || *now == modifiers_)
+    const auto modifiers = ModifierMap::read(connection_);
+    if (!modifiers)
         return;
-    for (const HotKey& hotKey : hotKeys_)
-        release(hotKey);
-    held_.clear();
-    modifiers_ = *now;
+    const auto physicalKeys = PhysicalKeys::read(connection_);
+    const bool isNew = *modifiers != modifiers_ || physicalKeys != physicalKeys_;
+    if (isNew) {
+        for (const HotKey& hotKey : hotKeys_)
+            release(hotKey);
+        held_.clear();
+        modifiers_ = *modifiers;
+        physicalKeys_ = physicalKeys;
+    }
     for (HotKey& hotKey : hotKeys_)
-        if (take(hotKey))
-            NSLog("tessary: the new keymap costs a hot key");
+        if (isNew || hotKey.keys.size() < physicalKeys_.of(hotKey.virtualKey).size())
+            retake(hotKey);
+}
+
+void KeyGrabs::retake(HotKey& hotKey) {
+    const bool hadKeys = !hotKey.keys.empty();
+    olderPresses_.forget(hotKey.keys);
+    if (take(hotKey) && hadKeys)
+        NSLog("tessary: the new keymap costs a hot key");
 }
 
 } // namespace tessary

@@ -1,16 +1,18 @@
 #pragma once
 
 #include "Linux/HotKeys/ModifierMap.h"
+#include "Linux/HotKeys/OlderPresses.h"
+#include "Linux/HotKeys/PhysicalKeys.h"
 #include "Linux/X11/XConnection.h"
 
-#include <chrono>
 #include <cstdint>
 #include <deque>
 #include <functional>
 #include <list>
-#include <map>
 #include <optional>
 #include <set>
+#include <span>
+#include <utility>
 #include <vector>
 
 namespace tessary {
@@ -32,12 +34,18 @@ public:
     KeyGrabs(XConnection& connection, PressHandler handler);
 
     /// Takes the key with these hot-key modifiers, whatever locks are on. Holds when at least one
-    /// of the physical keys could be taken. Nothing when it could, and `number` then names it.
+    /// of the physical keys could be taken; a log line names another one that could not. Nothing
+    /// when it holds, and `number` then names it.
     std::optional<Refusal> grab(std::uint32_t virtualKey, std::uint32_t carbonModifiers,
                                 Number number);
 
     /// Gives the key back, and forgets that it was held. An unknown number is no failure.
     void ungrab(Number number);
+
+    /// Whether the kernel's key means something else in the current keymap, and is no hot key.
+    bool isSomethingElse(std::uint8_t hardwareKey) const {
+        return physicalKeys_.isSomethingElse(hardwareKey);
+    }
 
     void note(const xcb_generic_event_t& event) override;
     bool hasWork() const override { return !presses_.empty() || keymapMayHaveChanged_; }
@@ -63,19 +71,20 @@ private:
     std::optional<Refusal> take(HotKey& hotKey);
     bool takeKey(xcb_keycode_t key, std::uint16_t modifiers);
     void release(const HotKey& hotKey);
-    void noteOlderPresses(const HotKey& hotKey, xcb_query_keymap_cookie_t question);
-    bool repeatsAnOlderPress(xcb_keycode_t key);
+    void report(const HotKey& hotKey, std::span<const xcb_keycode_t> wanted);
+    void retake(HotKey& hotKey);
     void renewGrabs();
 
     XConnection& connection_;
     PressHandler handler_;
     std::optional<std::uint8_t> keyboardEvent_;
     ModifierMap modifiers_;
+    PhysicalKeys physicalKeys_;
     std::list<HotKey> hotKeys_;
     std::set<xcb_keycode_t> held_;
-    /// Keys that were down already when they became ours, and since when they are. The server
-    /// repeats such a press to us, but of its release we may not hear.
-    std::map<xcb_keycode_t, std::chrono::steady_clock::time_point> downBefore_;
+    OlderPresses olderPresses_;
+    /// Keys, and their hot-key modifiers, of which was said that somebody else has them.
+    std::set<std::pair<xcb_keycode_t, std::uint32_t>> missing_;
     xcb_keycode_t activating_ = 0; ///< the held key whose press gave us the keyboard
     std::deque<NotedPress> presses_;
     bool keymapMayHaveChanged_ = false;

@@ -2,6 +2,7 @@
 
 #include "Linux/X11/Reply.h"
 #include "Linux/X11/XConnection.h"
+#include "Linux/X11/Xkb.h"
 #include "Platform/Carbon.h"
 
 #include <algorithm>
@@ -73,9 +74,13 @@ std::optional<ModifierMap> ModifierMap::read(const XConnection& connection) {
     const Keymap keymap(connection);
     if (!keymap.isComplete())
         return std::nullopt;
-    return ModifierMap{keymap.modifiersOf({altLeftSym, altRightSym}),
-                       keymap.modifiersOf({superLeftSym, superRightSym}),
-                       keymap.modifiersOf({numLockSym}), keymap.modifiersOf({scrollLockSym})};
+    ModifierMap map{keymap.modifiersOf({altLeftSym, altRightSym}),
+                    keymap.modifiersOf({superLeftSym, superRightSym}),
+                    keymap.modifiersOf({numLockSym}), keymap.modifiersOf({scrollLockSym}), 0};
+    const unsigned known = XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_CONTROL | map.option | map.command;
+    map.otherLocks =
+        static_cast<std::uint16_t>(lockedModifiers(connection) & ~(known | map.locks()));
+    return map;
 }
 
 std::optional<std::uint16_t> ModifierMap::xModifiers(std::uint32_t carbonModifiers) const {
@@ -96,7 +101,7 @@ std::optional<std::uint16_t> ModifierMap::xModifiers(std::uint32_t carbonModifie
 }
 
 std::uint16_t ModifierMap::locks() const {
-    return static_cast<std::uint16_t>(XCB_MOD_MASK_LOCK | numLock | scrollLock);
+    return static_cast<std::uint16_t>(XCB_MOD_MASK_LOCK | numLock | scrollLock | otherLocks);
 }
 
 std::vector<std::uint16_t> ModifierMap::lockSubsets() const {

@@ -9,11 +9,14 @@ namespace tessary {
 class XConnection;
 
 /// Which modifier bits of the X server stand for what, in the current keymap. 0: no key has it.
+/// Shift, Control, Alt and Super never count as locks.
 struct ModifierMap {
     std::uint16_t option = 0;  ///< Alt
     std::uint16_t command = 0; ///< Super
     std::uint16_t numLock = 0;
     std::uint16_t scrollLock = 0;
+    /// Others that are locked now, as a level of the layout can be.
+    std::uint16_t otherLocks = 0;
 
     /// Reads the map from the server; nothing when it does not answer.
     static std::optional<ModifierMap> read(const XConnection& connection);

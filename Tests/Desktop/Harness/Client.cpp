@@ -147,6 +147,12 @@ void Client::tap(std::uint8_t key) const {
     release(key);
 }
 
+void Client::lock(std::uint8_t modifiers) const {
+    constexpr std::uint8_t all = 0xFF;
+    check(xcb_xkb_latch_lock_state_checked(connection(), XCB_XKB_ID_USE_CORE_KBD, all, modifiers, 0,
+                                           0, 0, 0, 0));
+}
+
 void Client::click() const {
     fake(XCB_BUTTON_PRESS, XCB_BUTTON_INDEX_1);
     fake(XCB_BUTTON_RELEASE, XCB_BUTTON_INDEX_1);

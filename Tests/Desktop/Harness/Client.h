@@ -68,6 +68,9 @@ public:
     void release(std::uint8_t key) const;
     void tap(std::uint8_t key) const;
 
+    /// Locks these modifiers and no others.
+    void lock(std::uint8_t modifiers) const;
+
     /// Clicks with the first button of a mouse.
     void click() const;
 

@@ -83,9 +83,13 @@ XServer::XServer(const Home& home)
         fail("no X server has started", process_);
     display_ = ":" + *number;
     // Without devices the server takes the keymap of its beginnings for granted.
-    ChildProcess(
-        {"setxkbmap", "-display", display_, "-rules", "evdev", "-model", "pc105", "-layout", "us"})
-        .wait();
+    setKeymap({"-rules", "evdev", "-model", "pc105", "-layout", "us"});
+}
+
+void XServer::setKeymap(const Words& arguments) const {
+    Words command{"setxkbmap", "-display", display_};
+    command.insert(command.end(), arguments.begin(), arguments.end());
+    ChildProcess(command).wait();
 }
 
 void XServer::xrandr(const Words& arguments) const {

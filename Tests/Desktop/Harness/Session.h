@@ -54,6 +54,9 @@ public:
     /// Gives `output` a mode, which xrandr knows as 1920x1080_60.
     void addMode(const std::string& output, int width, int height, int rate = 60) const;
 
+    /// Changes the keymap with setxkbmap, given its arguments.
+    void setKeymap(const Words& arguments) const;
+
     /// Ends the server, as a log-out does.
     void stop();
 

@@ -1,6 +1,7 @@
 #include "Linux/Desktop/Events/KeyEvents.h"
 
 #include "Linux/HotKeys/KeyCodes.h"
+#include "Linux/Session.h"
 
 #include <algorithm>
 #include <array>
@@ -71,7 +72,16 @@ std::optional<ModifierKey> modifierKey(const QKeyEvent& event, std::uint8_t hard
     return find(modifierPlaces, hardware);
 }
 
+/// A shortcut with such a key would never be pressed.
+bool isSomethingElse(std::uint8_t hardware) {
+    auto* session = Session::current();
+    return session != nullptr && session->keys() != nullptr &&
+           session->keys()->isSomethingElse(hardware);
+}
+
 std::optional<std::uint16_t> keyCodeOf(std::uint8_t hardware) {
+    if (isSomethingElse(hardware))
+        return std::nullopt;
     if (const auto key = virtualKey(hardware))
         return key;
     const auto other = std::ranges::find(otherKeys, hardware, &KeyCode::hardwareKey);
