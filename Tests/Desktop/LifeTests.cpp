@@ -1,8 +1,11 @@
 // What the program remembers, and how it ends.
 #include "Desktop/Desktop.h"
+#include "Desktop/Harness/Windows.h"
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
+#include <fstream>
 #include <numeric>
 
 namespace desktop {
@@ -100,6 +103,28 @@ TEST_F(Life, ANewSessionGetsThePermanentModesBackButNotWhereSomebodyElseChoseSin
     ASSERT_TRUE(client.waitUntil([&] { return client.isGrabbed(keys::f15); }));
     EXPECT_EQ(next.layout(), (Layout{{"DUMMY0", "2560x1440+0+0 60.00 Hz"},
                                      {"DUMMY1", "2048x1536+2560+0 60.00 Hz"}}));
+}
+
+using SharedFolder = PanelDesktop;
+
+TEST_F(SharedFolder, HasNoPluginsForAProgramThatIsCopiedThere) {
+    const std::string folder = home_.path() / "shared";
+    std::filesystem::create_directory(folder);
+    std::filesystem::permissions(folder, std::filesystem::perms(01777));
+    std::filesystem::copy(TESSARY_PROGRAM, folder);
+    std::ofstream(folder + "/qt.conf") << "[Paths]\nPlugins=" << folder << "/others\n";
+    ChildProcess tessary(
+        home_.commandOn(server_.display(), {bus_.environment(), "QT_DEBUG_PLUGINS=1",
+                                            folder + "/tessary", "--action", "preferences"}));
+    EXPECT_TRUE(client_.waitUntil(
+        [this] { return visibleWindow(client_, WindowKind::framed, "tessary").has_value(); }));
+    tessary.signal(SIGTERM);
+    EXPECT_EQ(tessary.wait(), 0);
+    EXPECT_TRUE(std::ranges::any_of(tessary.lines(), [](const std::string& line) {
+        return line.ends_with("/platforms\" ...");
+    })) << "the toolkit says where it looks";
+    for (const auto& line : tessary.lines())
+        EXPECT_EQ(line.find(folder), std::string::npos) << line;
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "Linux/Desktop/EventLoop.h"
 
 #include "Linux/Desktop/MainQueue.h"
+#include "Linux/Desktop/Plugins.h"
 #include "Linux/Desktop/SymbolIcon.h"
 #include "Linux/Desktop/Translations/Translations.h"
 
@@ -24,8 +25,14 @@ char platform[] = "xcb";
 std::array<char*, 4> arguments{programName, platformOption, platform, nullptr};
 int argumentCount = arguments.size() - 1;
 
+template <typename Application>
+std::unique_ptr<Application> made() {
+    leaveOutPluginsOfOthers();
+    return std::make_unique<Application>(argumentCount, arguments.data());
+}
+
 std::unique_ptr<QApplication> applicationWithWindows() {
-    auto application = std::make_unique<QApplication>(argumentCount, arguments.data());
+    auto application = made<QApplication>();
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setWindowIcon(
         QIcon::fromTheme(QStringLiteral("org.tessary.Tessary"), symbolIcon("display")));
@@ -40,8 +47,7 @@ std::unique_ptr<QApplication> applicationWithWindows() {
 
 } // namespace
 
-EventLoop::EventLoop()
-    : application_(std::make_unique<QCoreApplication>(argumentCount, arguments.data())) {
+EventLoop::EventLoop() : application_(made<QCoreApplication>()) {
     theLoop = this;
 }
 
