@@ -105,6 +105,48 @@ TEST_F(Life, ANewSessionGetsThePermanentModesBackButNotWhereSomebodyElseChoseSin
                                      {"DUMMY1", "2048x1536+2560+0 60.00 Hz"}}));
 }
 
+TEST_F(Life, StartsAsItWasToldOrSaysWhyNot) {
+    struct Row {
+        std::string shell; ///< what the starting shell does before
+        std::string line;  ///< that it ends with, if it ends
+    };
+    const std::string tooFewFiles = "tessary: the process may not open enough files.*";
+    for (const Row& row : {
+             Row{"ulimit -f 0; trap '' INT; exec 0<&- 1>&- 2>&-", ""},
+             Row{"ulimit -n 8", tooFewFiles},
+             Row{"ulimit -n 20", tooFewFiles},
+         }) {
+        ChildProcess tessary(home_.commandOn(
+            server_.display(), {"sh", "-c", row.shell + "; exec \"$0\"", TESSARY_PROGRAM}));
+        if (row.line.empty()) {
+            ASSERT_TRUE(isReady());
+            const auto files = std::filesystem::path("/proc") / std::to_string(tessary.id()) / "fd";
+            for (const char* file : {"0", "1", "2"})
+                EXPECT_EQ(std::filesystem::read_symlink(files / file), "/dev/null") << file;
+            tessary.signal(SIGINT);
+        }
+        EXPECT_EQ(tessary.wait(), row.line.empty() ? 0 : 1) << row.shell;
+        EXPECT_TRUE(row.line.empty() || tessary.waitForLine(row.line)) << row.shell;
+    }
+}
+
+TEST_F(Life, OpensItsWindowBesideABusThatHangsAndEndsBesideAnXServerThatHangs) {
+    const WindowManager manager(home_, server_);
+    const Bus bus;
+    bus.signal(SIGSTOP);
+    ChildProcess tessary(home_.commandOn(
+        server_.display(), {bus.environment(), TESSARY_PROGRAM, "--action", "preferences"}));
+    EXPECT_TRUE(client_.waitUntil(
+        [&] { return visibleWindow(client_, WindowKind::framed, "tessary").has_value(); }));
+    EXPECT_TRUE(tessary.waitForLine("tessary: the session bus does not answer; .*"));
+    server_.signal(SIGSTOP);
+    tessary.signal(SIGTERM);
+    EXPECT_EQ(tessary.wait(), 128 + SIGTERM);
+    EXPECT_TRUE(tessary.waitForLine("tessary: something hangs.*"));
+    server_.signal(SIGCONT);
+    bus.signal(SIGCONT);
+}
+
 using SharedFolder = PanelDesktop;
 
 TEST_F(SharedFolder, HasNoPluginsForAProgramThatIsCopiedThere) {

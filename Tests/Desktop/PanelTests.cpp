@@ -1,6 +1,7 @@
 // The program's icon in a panel: its menu on the bus, and who runs when it is started twice.
 #include "Desktop/Desktop.h"
 #include "Desktop/Harness/Tray.h"
+#include "Desktop/Harness/Windows.h"
 
 namespace desktop {
 namespace {
@@ -70,6 +71,45 @@ TEST_F(PanelIcon, StandsInAnXTrayWhereThereIsNoBusAndOpensTheSameMenu) {
     EXPECT_EQ(tessary.lines(), Words{noPanel});
 }
 
+TEST_F(PanelIcon, NothingThatTheBusTellsIsLostWhileTheFirstWindowOpens) {
+    const WindowManager manager(home_, server_);
+    for (int time = 1; time <= 5; ++time) {
+        Panel panel(bus_);
+        ChildProcess tessary(programOnBus({"--action", "preferences"}));
+        const auto isOpen = [&] {
+            return visibleWindow(client_, WindowKind::framed, "tessary").has_value();
+        };
+        EXPECT_TRUE(panel.hasIcon()) << "time " << time;
+        ASSERT_TRUE(client_.waitUntil([&] {
+            EXPECT_EQ(panel.activate(), "") << "time " << time;
+            return isOpen() || HasFailure();
+        }));
+    }
+}
+
+TEST_F(PanelIcon, EndsWithALineWhereTheServerRefusesTheWindows) {
+    Panel panel(bus_);
+    ChildProcess tessary(programOnBus());
+    ASSERT_TRUE(isReady());
+    EXPECT_EQ(ChildProcess({"env", "DISPLAY=" + server_.display(), "xhost", "-local:"}).wait(), 0);
+    EXPECT_EQ(panel.activate(), "");
+    EXPECT_EQ(tessary.wait(), 1);
+    EXPECT_TRUE(tessary.waitForLine("tessary: the toolkit cannot go on: .*"));
+}
+
+TEST_F(PanelIcon, IconAndNamesComeBackWithTheBus) {
+    ChildProcess tessary(program()); // its bus is still to come
+    ASSERT_TRUE(tessary.waitForLine(noPanel));
+    for (int time = 1; time <= 2; ++time) {
+        const Bus bus("unix:path=" + (home_.path() / "bus").string());
+        Panel panel(bus);
+        EXPECT_TRUE(panel.hasIcon()) << "time " << time;
+        ChildProcess second(program());
+        EXPECT_EQ(second.wait(), 0) << "time " << time;
+    }
+    EXPECT_TRUE(tessary.waitForLine("tessary: the session bus has ended; waiting for it"));
+}
+
 TEST_F(PanelIcon, ActionsFromOutsideDoWhatTheKeysDoWhetherTessaryRunsOrNot) {
     const auto started = [this](const char* action) { return programOnBus({"--action", action}); };
     client_.movePointer(640, 300);
@@ -99,12 +139,19 @@ TEST_F(PanelIcon, SecondStartHandsOverToTheFirstUnlessThatRunsOnAnotherServer) {
               "org.tessary.Tessary.Error.OtherDisplay");
 
     const XServer otherServer(home_);
-    ChildProcess third(
-        home_.commandOn(otherServer.display(), {bus_.environment(), TESSARY_PROGRAM}));
+    const auto onOther = [&](const Words& arguments) {
+        Words words{bus_.environment(), TESSARY_PROGRAM};
+        words.insert(words.end(), arguments.begin(), arguments.end());
+        return home_.commandOn(otherServer.display(), words);
+    };
+    ChildProcess third(onOther({}));
     Client otherClient(otherServer.display());
     EXPECT_TRUE(otherClient.waitUntil([&] { return otherClient.isGrabbed(keys::f14); }));
     EXPECT_TRUE(client_.isGrabbed(keys::f14));
     first.signal(SIGSTOP);
+    ChildProcess fourth(onOther({"--action", "slot-two"}));
+    EXPECT_EQ(fourth.wait(), 0) << "there is a first one on each server";
+    EXPECT_EQ(fourth.lines(), Words());
     third.signal(SIGTERM);
     EXPECT_EQ(third.wait(), 0);
     first.signal(SIGCONT);

@@ -2,14 +2,19 @@
 
 #include "Linux/Desktop/MainQueue.h"
 #include "Linux/Desktop/Plugins.h"
+#include "Linux/Desktop/Process.h"
+#include "Linux/Desktop/SessionBus.h"
 #include "Linux/Desktop/SymbolIcon.h"
 #include "Linux/Desktop/Translations/Translations.h"
+#include "Platform/Foundation.h"
 
 #include <QApplication>
 #include <QPixmapCache>
 #include <QSessionManager>
+#include <QThread>
 
 #include <array>
+#include <cstdlib>
 #include <utility>
 
 namespace tessary {
@@ -45,10 +50,49 @@ std::unique_ptr<QApplication> applicationWithWindows() {
     return application;
 }
 
+QtMessageHandler logToolkitMessage = nullptr; ///< the toolkit's own way
+
+/// The toolkit aborts where it cannot go on, for instance without its X connection.
+void endInsteadOfAbort(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+    if (type != QtFatalMsg)
+        return logToolkitMessage(type, context, text);
+    NSLog("tessary: the toolkit cannot go on: " + text.toStdString());
+    std::_Exit(EXIT_FAILURE);
+}
+
+/// Objects of the main thread, moved to a thread that does not run: what is posted to them waits.
+/// An application object that is destroyed takes with it what was posted to its thread.
+class Parked : QThread {
+public:
+    explicit Parked(const std::vector<QPointer<QObject>>& objects) : objects_(objects) {
+        for (const auto& object : objects_)
+            if (object != nullptr)
+                object->moveToThread(this);
+    }
+
+    ~Parked() override {
+        start();
+        wait();
+    }
+
+    Parked(const Parked&) = delete;
+    Parked& operator=(const Parked&) = delete;
+
+private:
+    void run() override { // only an object's own thread can send it away
+        for (const auto& object : objects_)
+            if (object != nullptr)
+                object->moveToThread(thread());
+    }
+
+    const std::vector<QPointer<QObject>>& objects_;
+};
+
 } // namespace
 
 EventLoop::EventLoop() : application_(made<QCoreApplication>()) {
     theLoop = this;
+    logToolkitMessage = qInstallMessageHandler(endInsteadOfAbort);
 }
 
 EventLoop::~EventLoop() {
@@ -68,12 +112,17 @@ void EventLoop::runOnce(const std::function<Attachments()>& attach) {
     const Attachments attachments = attach();
     MainQueue::shared().wake();
     QCoreApplication::exec();
-    QCoreApplication::sendPostedEvents(); // D-Bus calls among them, which would be lost
 }
 
 void EventLoop::replace() {
-    application_.reset();
-    application_ = applicationWithWindows();
+    SessionBus::shared().prepareForToolkit();
+    {
+        const Parked parked(carriedOver_);
+        application_.reset();
+        application_ = applicationWithWindows();
+    }
+    for (const auto& askAgain : questions_)
+        MainQueue::shared().submit(askAgain);
     for (auto& task : std::exchange(waitingForWindows_, {}))
         MainQueue::shared().submit(std::move(task));
 }
@@ -91,8 +140,18 @@ void EventLoop::needWindows(std::function<void()> then) {
         MainQueue::shared().submit(std::move(then));
         return;
     }
+    if (!canOpenFiles(filesForWindows)) {
+        NSLog("tessary: no window can be opened: too many files are open");
+        return;
+    }
     theLoop->waitingForWindows_.push_back(std::move(then));
     QCoreApplication::exit();
+}
+
+void EventLoop::carryOver(QObject& object, std::function<void()> askAgain) {
+    theLoop->carriedOver_.emplace_back(&object);
+    if (askAgain)
+        theLoop->questions_.push_back(std::move(askAgain));
 }
 
 } // namespace tessary

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QCoreApplication>
+#include <QPointer>
 
 #include <functional>
 #include <memory>
@@ -27,7 +28,15 @@ public:
     static void quit(int status = 0);
 
     /// Calls `then` later, from a loop with windows, which a QApplication runs.
+    /// Where the process may not open the files that windows need, it is never called, with a log
+    /// line.
     static void needWindows(std::function<void()> then);
+
+    /// Has what is posted to `object` and its children, as calls and signals over D-Bus are,
+    /// outlive a loop that is replaced. Whatever else was posted is lost with its loop. That may be
+    /// the answer to a question of the object's, since QtDBus posts some answers to objects of its
+    /// own: `askAgain` is called once the loop with windows is there.
+    static void carryOver(QObject& object, std::function<void()> askAgain = {});
 
     EventLoop(const EventLoop&) = delete;
     EventLoop& operator=(const EventLoop&) = delete;
@@ -38,6 +47,8 @@ private:
 
     std::unique_ptr<QCoreApplication> application_;
     std::vector<std::function<void()>> waitingForWindows_;
+    std::vector<QPointer<QObject>> carriedOver_;
+    std::vector<std::function<void()>> questions_;
     std::optional<int> status_;
 };
 

@@ -8,8 +8,7 @@
 
 namespace tessary {
 
-/// The tasks that wait for the main thread's event loop. They outlive the loop: one that is
-/// replaced loses what was posted to it, but none of these.
+/// The tasks that wait for the main thread's event loop. They outlive a loop that is replaced.
 class MainQueue : public QObject {
 public:
     /// The one instance, made on the main thread by its first call and never destroyed.

@@ -2,6 +2,7 @@
 
 #include "Linux/Desktop/CommandLine.h"
 #include "Linux/Desktop/EventLoop.h"
+#include "Linux/Desktop/Process.h"
 #include "Linux/Desktop/SessionBus.h"
 #include "Linux/Desktop/SingleInstance.h"
 #include "Linux/Desktop/TerminationSignals.h"
@@ -19,11 +20,20 @@
 #include <utility>
 
 using tessary::EventLoop;
+using tessary::SessionBus;
 using tessary::SingleInstance;
 
 namespace {
 
 constexpr int failure = 1;
+
+void prepareProcessOrExit() {
+    tessary::resetSignals();
+    if (tessary::canOpenFiles(tessary::filesInAll))
+        return;
+    NSLog("tessary: the process may not open enough files; see ulimit -n");
+    std::exit(failure);
+}
 
 void openSessionOrExit() {
     if (tessary::Session::open())
@@ -34,7 +44,7 @@ void openSessionOrExit() {
 
 /// False when another instance does what this one was started for.
 bool isOnlyInstance(SingleInstance& instance, const std::optional<std::string>& action) {
-    switch (instance.claim(tessary::sessionBus(), action)) {
+    switch (instance.claim(SessionBus::shared().connection(), action)) {
     case SingleInstance::Claim::first:
     case SingleInstance::Claim::alone:
         return true;
@@ -95,10 +105,12 @@ void NSApplication::terminate() {
 
 void NSApplication::run() {
     const auto action = tessary::actionOfCommandLineOrExit();
+    prepareProcessOrExit();
     openSessionOrExit(); // before the signals are held back: a server may keep us waiting
     const tessary::TerminationSignals signals;
     EventLoop loop;
     SingleInstance instance;
+    EventLoop::carryOver(instance);
     if (!isOnlyInstance(instance, action))
         return;
     tessary::Session::current()->displays().restorePermanentModes();
@@ -109,6 +121,10 @@ void NSApplication::run() {
     instance.setActionHandler([this](const std::string& name) {
         if (const auto delegate = delegate_.lock())
             perform(*delegate, name);
+    });
+    SessionBus::shared().addObserver([&instance] {
+        if (const auto& bus = SessionBus::shared().connection())
+            instance.join(*bus);
     });
     DispatchQueue::mainAsync([this, &instance, action] {
         if (const auto delegate = delegate_.lock()) {
@@ -121,7 +137,6 @@ void NSApplication::run() {
     const int status = loop.run([&signals] { return std::make_shared<Sources>(signals); });
     if (const auto delegate = delegate_.lock())
         delegate->applicationWillTerminate();
-    tessary::exitIfBusHangs(status);
     tessary::exitIfUpdateLibraryIsLoaded(status);
     if (status != 0)
         std::exit(status);

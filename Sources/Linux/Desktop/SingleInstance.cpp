@@ -1,10 +1,14 @@
 #include "Linux/Desktop/SingleInstance.h"
 
+#include "Linux/Desktop/SessionBus.h"
 #include "Platform/Foundation.h"
 
 #include <QDBusArgument>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
 #include <QVariantMap>
 
+#include <cctype>
 #include <cstdlib>
 #include <memory>
 #include <string>
@@ -41,15 +45,57 @@ QString ownDisplay() {
     return qEnvironmentVariable("DISPLAY");
 }
 
-bool isNameTaken(const QDBusConnection& bus) {
-    constexpr uint doNotQueue = 4; // DBUS_NAME_FLAG_DO_NOT_QUEUE
-    constexpr uint exists = 3;     // DBUS_REQUEST_NAME_REPLY_EXISTS
-    auto request = QDBusMessage::createMethodCall(
-        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
-        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("RequestName"));
-    request << service << doNotQueue;
-    const QDBusMessage reply = bus.call(request, QDBus::Block, patience);
-    return reply.arguments().value(0).toUInt() == exists;
+/// The name that the instance on our X server has. Letters and digits stand for themselves, every
+/// other character as "_" and its code, since names allow little.
+QString serviceOnServer() {
+    const QString server = serverOf(ownDisplay());
+    const auto colon = server.lastIndexOf(u':');
+    QString host;
+    for (const char character : server.left(colon).toUtf8())
+        host += std::isalnum(static_cast<unsigned char>(character)) != 0
+                    ? QString(QLatin1Char(character))
+                    : u'_' + QString::number(static_cast<unsigned char>(character), 16);
+    return service + QStringLiteral(".x11_") + host + u'_' + server.mid(colon + 1);
+}
+
+enum class Request { granted, refused, unanswered };
+
+Request answered(const QDBusMessage& reply) {
+    constexpr uint exists = 3; // DBUS_REQUEST_NAME_REPLY_EXISTS
+    if (reply.type() != QDBusMessage::ReplyMessage)
+        return Request::unanswered;
+    return reply.arguments().value(0).toUInt() == exists ? Request::refused : Request::granted;
+}
+
+Request take(const QDBusConnection& bus, const QString& name) {
+    return answered(bus.call(requestForName(name), QDBus::Block, patience));
+}
+
+/// Tells whoever has `name` what the user has started the program for.
+SingleInstance::Claim activate(const QDBusConnection& bus, const QString& name,
+                               const std::optional<std::string>& action) {
+    auto activation = QDBusMessage::createMethodCall(name, path, interface,
+                                                     action ? activateAction : justActivate);
+    if (action)
+        activation << QString::fromStdString(*action) << QVariantList();
+    activation << QVariantMap{{displayEntry, ownDisplay()}};
+    const QDBusMessage reply = bus.call(activation, QDBus::Block, patience);
+    if (reply.type() != QDBusMessage::ErrorMessage)
+        return SingleInstance::Claim::activated;
+    return reply.errorName() == otherDisplayError ? SingleInstance::Claim::alone
+                                                  : SingleInstance::Claim::refused;
+}
+
+/// Takes the name or has whoever has it do what the program was started for. `first` when it is
+/// ours: whoever had it may have ended instead of answering.
+SingleInstance::Claim takeOrActivate(const QDBusConnection& bus, const QString& name,
+                                     const std::optional<std::string>& action) {
+    using Claim = SingleInstance::Claim;
+    if (const Request request = take(bus, name); request != Request::refused)
+        return request == Request::granted ? Claim::first : Claim::alone;
+    const Claim answer = activate(bus, name, action);
+    const bool isOursNow = answer == Claim::refused && take(bus, name) == Request::granted;
+    return isOursNow ? Claim::first : answer;
 }
 
 /// Whether the bus has started this process. Our own children are not started by it.
@@ -67,29 +113,27 @@ SingleInstance::Claim SingleInstance::claim(const std::optional<QDBusConnection>
     isStartedByBus_ = takeStarterMark();
     if (!bus)
         return Claim::alone;
-    // Before the name is ours: who waits for the name calls at once.
+    // Before the names are ours: who waits for a name calls at once.
     QDBusConnection(*bus).registerVirtualObject(path, this);
-    if (!isNameTaken(*bus))
-        return Claim::first;
-    const Claim answer = activateOther(*bus, action);
-    // Whoever had the name may have ended instead of answering.
-    return answer == Claim::refused && !isNameTaken(*bus) ? Claim::first : answer;
+    const Claim onServer = takeOrActivate(*bus, serviceOnServer(), action);
+    if (onServer != Claim::first)
+        return onServer;
+    // An instance of an earlier version on our server has this name only. One that does not answer
+    // runs on another.
+    const Claim onBus = takeOrActivate(*bus, service, action);
+    return onBus == Claim::refused ? Claim::alone : onBus;
 }
 
-SingleInstance::Claim
-SingleInstance::activateOther(const QDBusConnection& bus,
-                              const std::optional<std::string>& action) const {
-    auto activation = QDBusMessage::createMethodCall(service, path, interface,
-                                                     action ? activateAction : justActivate);
-    if (action)
-        activation << QString::fromStdString(*action) << QVariantList();
-    activation << QVariantMap{{displayEntry, ownDisplay()}};
-    const QDBusMessage reply = bus.call(activation, QDBus::Block, patience);
-    if (reply.type() != QDBusMessage::ErrorMessage)
-        return Claim::activated;
-    if (reply.errorName() == otherDisplayError)
-        return Claim::alone;
-    return Claim::refused;
+void SingleInstance::join(QDBusConnection bus) {
+    bus.registerVirtualObject(path, this);
+    bus.asyncCall(requestForName(service));
+    auto* call =
+        new QDBusPendingCallWatcher(bus.asyncCall(requestForName(serviceOnServer())), this);
+    connect(call, &QDBusPendingCallWatcher::finished, this, [call] {
+        if (answered(call->reply()) == Request::refused)
+            NSLog("tessary: another instance has come to run on this desktop");
+        call->deleteLater();
+    });
 }
 
 QString SingleInstance::introspect(const QString& /*path*/) const {

@@ -11,21 +11,26 @@
 
 namespace tessary {
 
-/// The program as the bus knows it: the name org.tessary.Tessary with the interface
-/// org.freedesktop.Application (Desktop Entry Specification, "D-Bus Activation").
+/// The program as the bus knows it: the interface org.freedesktop.Application (Desktop Entry
+/// Specification, "D-Bus Activation") under the name org.tessary.Tessary, which the first instance
+/// on the bus has, and under a name for each X server, such as org.tessary.Tessary.x11__0.
 class SingleInstance : public QDBusVirtualObject {
 public:
     enum class Claim {
-        first,     ///< the name is ours, or the bus did not answer
-        alone,     ///< there is no bus, or who has the name runs on another X server
+        first,     ///< both names are ours
+        alone,     ///< the first instance runs on another X server, or no bus answers
         activated, ///< another instance runs and has been told
         refused,   ///< another instance runs and does not answer
     };
 
-    /// Takes the name, or tells whoever has it what the user has started the program for: an
+    /// Takes the names, or tells whoever has it what the user has started the program for: an
     /// action, or just again. Waits for the bus, at most 15 seconds.
     Claim claim(const std::optional<QDBusConnection>& bus,
                 const std::optional<std::string>& action);
+
+    /// Takes the names on a bus that has come later. Somebody else's are left to them, with a log
+    /// line.
+    void join(QDBusConnection bus);
 
     /// Has `reopen` called from the event loop for each later start; the one start that made the
     /// bus launch this process is none.
@@ -43,7 +48,6 @@ public:
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& bus) override;
 
 private:
-    Claim activateOther(const QDBusConnection& bus, const std::optional<std::string>& action) const;
     QDBusMessage answerToActivation(const QDBusMessage& message);
     void activate();
     void perform(const QString& action);

@@ -7,13 +7,13 @@
 
 namespace tessary {
 
-/// SIGTERM, SIGINT and SIGHUP as calls from the event loop.
+/// SIGTERM, SIGINT and SIGHUP as calls from the event loop. Where that does not end the process
+/// within two seconds, because something hangs, it ends at once, with one line on standard error
+/// and the status that a shell gives to the signal: 128 and its number.
 class TerminationSignals {
 public:
-    /// Holds the signals back. To be made before the process has a second thread, which would take
-    /// them otherwise.
+    /// Holds the signals back from now on, for the rest of the process.
     TerminationSignals();
-    ~TerminationSignals();
 
     TerminationSignals(const TerminationSignals&) = delete;
     TerminationSignals& operator=(const TerminationSignals&) = delete;
@@ -21,9 +21,6 @@ public:
     /// Has the event loop, which must exist, call `terminate` for each of them, those held back
     /// included, for as long as the answer lives.
     std::unique_ptr<QSocketNotifier> watch(std::function<void()> terminate) const;
-
-private:
-    int descriptor_ = -1;
 };
 
 } // namespace tessary

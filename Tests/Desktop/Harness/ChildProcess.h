@@ -25,6 +25,8 @@ public:
     /// All lines so far.
     const Words& lines() const { return lines_; }
 
+    pid_t id() const { return id_; }
+
     void signal(int number) const;
 
     /// How often it has gone to sleep so far, to wait for something.

@@ -73,7 +73,9 @@ QDBusMessage answer(const QDBusConnection& connection, const QDBusMessage& reque
 
 } // namespace
 
-Bus::Bus() : process_({"dbus-daemon", "--session", "--nofork", "--print-address"}) {
+Bus::Bus(const std::string& address)
+    : process_(
+          {"dbus-daemon", "--session", "--nofork", "--print-address", "--address=" + address}) {
     address_ = process_.waitForLine("unix:.*").value_or("");
     if (address_.empty())
         throw std::runtime_error("no message bus has started");

@@ -19,12 +19,16 @@ namespace desktop {
 /// A message bus of our own.
 class Bus {
 public:
-    Bus();
+    /// At a new address unless one is given.
+    explicit Bus(const std::string& address = "unix:tmpdir=/tmp");
 
     const std::string& address() const { return address_; }
 
     /// What puts a program onto this bus, for its environment.
     std::string environment() const { return "DBUS_SESSION_BUS_ADDRESS=" + address_; }
+
+    /// SIGSTOP has it fall silent, as if it hung.
+    void signal(int number) const { process_.signal(number); }
 
 private:
     ChildProcess process_;

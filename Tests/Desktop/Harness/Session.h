@@ -57,6 +57,9 @@ public:
     /// Changes the keymap with setxkbmap, given its arguments.
     void setKeymap(const Words& arguments) const;
 
+    /// SIGSTOP has it fall silent, as if it hung.
+    void signal(int number) const { process_.signal(number); }
+
     /// Ends the server, as a log-out does.
     void stop();
 

@@ -1,5 +1,6 @@
 #include "Linux/Desktop/StatusItem/NotifierItem.h"
 
+#include "Linux/Desktop/SessionBus.h"
 #include "Linux/Desktop/StatusItem/CallBudget.h"
 #include "Linux/Desktop/StatusItem/IconPixmaps.h"
 #include "Linux/Desktop/Symbols.h"
@@ -62,9 +63,9 @@ constexpr QLatin1String description(R"xml(<interface name="org.kde.StatusNotifie
 
 } // namespace
 
-NotifierItem::NotifierItem(QDBusConnection bus, std::shared_ptr<NSStatusItem> item,
+NotifierItem::NotifierItem(const QDBusConnection& bus, std::shared_ptr<NSStatusItem> item,
                            QString menuPath, std::function<void()> openMenu)
-    : bus_(std::move(bus)),
+    : bus_(bus),
       service_(QStringLiteral("org.kde.StatusNotifierItem-%1-1")
                    .arg(QCoreApplication::applicationPid())),
       item_(std::move(item)),
@@ -72,7 +73,7 @@ NotifierItem::NotifierItem(QDBusConnection bus, std::shared_ptr<NSStatusItem> it
       openMenu_(std::move(openMenu)) {
     registerIconTypes();
     bus_.registerVirtualObject(path, this);
-    bus_.registerService(service_);
+    bus_.asyncCall(requestForName(service_)); // QDBusConnection::registerService would wait
 }
 
 QString NotifierItem::watcherService() {

@@ -1,6 +1,7 @@
 #include "Linux/Desktop/StatusItem/StatusIcon.h"
 
 #include "Linux/Desktop/EventLoop.h"
+#include "Linux/Desktop/SessionBus.h"
 #include "Linux/Desktop/SymbolIcon.h"
 #include "Platform/Foundation.h"
 
@@ -19,16 +20,27 @@ const QString menuPath = QStringLiteral("/StatusNotifierItem/menu");
 
 } // namespace
 
-StatusIcon::StatusIcon(std::shared_ptr<NSStatusItem> item, XConnection& connection,
-                       std::optional<QDBusConnection> bus)
-    : item_(std::move(item)), bus_(std::move(bus)), tray_(connection) {
+StatusIcon::StatusIcon(std::shared_ptr<NSStatusItem> item, XConnection& connection)
+    : item_(std::move(item)), tray_(connection) {
+    EventLoop::carryOver(*this, [this] { askForWatcher(); });
+    SessionBus::shared().addObserver([this] { setBus(SessionBus::shared().connection()); });
+    setBus(SessionBus::shared().connection());
+}
+
+void StatusIcon::setBus(const std::optional<QDBusConnection>& bus) {
+    watcher_.reset();
+    notifierItem_.reset();
+    menuOnBus_.reset();
+    bus_ = bus;
     if (!bus_) {
-        setHasWatcher(false);
+        if (hasWatcher_ != false)
+            setHasWatcher(false);
         return;
     }
     menuOnBus_ = std::make_unique<DBusMenu>(*bus_, menuPath, item_->menu());
-    watcher_ = std::make_unique<QDBusServiceWatcher>(NotifierItem::watcherService(), *bus_,
-                                                     QDBusServiceWatcher::WatchForOwnerChange);
+    menuOnBus_->setParent(this);
+    watcher_ = std::make_unique<QDBusServiceWatcher>(
+        NotifierItem::watcherService(), *bus_, QDBusServiceWatcher::WatchForOwnerChange, this);
     connect(watcher_.get(), &QDBusServiceWatcher::serviceOwnerChanged, this,
             [this](const QString& /*service*/, const QString& /*before*/, const QString& owner) {
                 setHasWatcher(!owner.isEmpty());
@@ -37,10 +49,10 @@ StatusIcon::StatusIcon(std::shared_ptr<NSStatusItem> item, XConnection& connecti
 }
 
 void StatusIcon::askForWatcher() {
-    auto question = QDBusMessage::createMethodCall(
-        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
-        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameHasOwner"));
-    question << NotifierItem::watcherService();
+    if (!bus_)
+        return;
+    const auto question =
+        callOfBus(QStringLiteral("NameHasOwner"), {NotifierItem::watcherService()});
     auto* call = new QDBusPendingCallWatcher(bus_->asyncCall(question), this);
     connect(call, &QDBusPendingCallWatcher::finished, this, [this, call] {
         const QDBusPendingReply<bool> reply = *call;
@@ -58,9 +70,11 @@ void StatusIcon::setHasWatcher(bool hasWatcher) {
 void StatusIcon::registerWithWatcher() {
     tray_.stopWaiting();
     trayIcon_.reset();
-    if (notifierItem_ == nullptr)
+    if (notifierItem_ == nullptr) {
         notifierItem_ =
             std::make_unique<NotifierItem>(*bus_, item_, menuPath, [this] { openMenu(); });
+        notifierItem_->setParent(this);
+    }
     notifierItem_->registerWithWatcher();
 }
 
@@ -72,7 +86,7 @@ void StatusIcon::lookForTray() {
 }
 
 void StatusIcon::showInTray() {
-    withWindows([this] {
+    EventLoop::needWindows([this] {
         if (hasWatcher_ == true) // meanwhile
             return;
         const auto* image = item_->button()->image().get();
@@ -90,16 +104,7 @@ void StatusIcon::showInTray() {
 }
 
 void StatusIcon::openMenu() {
-    withWindows([this] { menuView().widget().popup(QCursor::pos()); });
-}
-
-/// What the bus told while the loop was replaced may be lost.
-void StatusIcon::withWindows(std::function<void()> task) {
-    EventLoop::needWindows([this, task = std::move(task)] {
-        task();
-        if (bus_)
-            askForWatcher();
-    });
+    EventLoop::needWindows([this] { menuView().widget().popup(QCursor::pos()); });
 }
 
 MenuView& StatusIcon::menuView() {

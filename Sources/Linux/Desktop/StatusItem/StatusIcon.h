@@ -10,7 +10,6 @@
 #include <QDBusServiceWatcher>
 #include <QSystemTrayIcon>
 
-#include <functional>
 #include <memory>
 #include <optional>
 
@@ -20,17 +19,16 @@ namespace tessary {
 /// session bus; where there are none, in an X tray; else as soon as one of them comes.
 class StatusIcon : public QObject {
 public:
-    StatusIcon(std::shared_ptr<NSStatusItem> item, XConnection& connection,
-               std::optional<QDBusConnection> bus);
+    StatusIcon(std::shared_ptr<NSStatusItem> item, XConnection& connection);
 
 private:
+    void setBus(const std::optional<QDBusConnection>& bus);
     void askForWatcher();
     void setHasWatcher(bool hasWatcher);
     void registerWithWatcher();
     void lookForTray();
     void showInTray();
     void openMenu();
-    void withWindows(std::function<void()> task);
     MenuView& menuView();
 
     std::shared_ptr<NSStatusItem> item_;

@@ -1,0 +1,81 @@
+#include "Linux/Desktop/BusAnswer.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdint>
+#include <memory>
+#include <thread>
+
+#include <systemd/sd-bus.h>
+
+namespace tessary {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using std::chrono::microseconds;
+
+constexpr microseconds forever = microseconds::max();
+
+struct Close {
+    void operator()(sd_bus* bus) const { sd_bus_close_unref(bus); }
+};
+
+using Bus = std::unique_ptr<sd_bus, Close>;
+
+/// Null when the address makes no sense or nobody listens there.
+Bus opened(const std::string& address, bool waitsForSocket) {
+    sd_bus* made = nullptr;
+    if (sd_bus_new(&made) < 0)
+        return nullptr;
+    Bus bus(made);
+    const bool isOpen =
+        sd_bus_set_address(made, address.c_str()) >= 0 && sd_bus_set_bus_client(made, 1) >= 0 &&
+        sd_bus_set_watch_bind(made, waitsForSocket ? 1 : 0) >= 0 && sd_bus_start(made) >= 0;
+    return isOpen ? std::move(bus) : nullptr;
+}
+
+BusAnswer ask(const std::string& address, microseconds limit, bool waitsForSocket) {
+    const Bus bus = opened(address, waitsForSocket);
+    if (bus == nullptr)
+        return BusAnswer::none;
+    const auto start = Clock::now();
+    while (sd_bus_is_ready(bus.get()) == 0) {
+        int result = sd_bus_process(bus.get(), nullptr);
+        const auto spent = std::chrono::duration_cast<microseconds>(Clock::now() - start);
+        if (result == 0 && spent >= limit)
+            return BusAnswer::silence;
+        if (result == 0)
+            result = sd_bus_wait(
+                bus.get(), limit == forever ? UINT64_MAX
+                                            : static_cast<std::uint64_t>((limit - spent).count()));
+        if (result == -ETIMEDOUT) // the library's own limits
+            return BusAnswer::silence;
+        if (result < 0 && result != -EINTR)
+            return BusAnswer::none;
+    }
+    return sd_bus_is_ready(bus.get()) > 0 ? BusAnswer::given : BusAnswer::none;
+}
+
+} // namespace
+
+BusAnswer askBus(const std::string& address, microseconds limit) {
+    return ask(address, limit, false);
+}
+
+bool waitForBus(const std::string& address, int looks) {
+    constexpr std::chrono::seconds pause{1};
+    for (; looks > 0; --looks) {
+        const auto next = Clock::now() + pause;
+        if (ask(address, pause, true) == BusAnswer::given)
+            return true;
+        std::this_thread::sleep_until(next);
+    }
+    BusAnswer answer{};
+    do
+        answer = ask(address, forever, true);
+    while (answer == BusAnswer::silence);
+    return answer == BusAnswer::given;
+}
+
+} // namespace tessary

@@ -1,0 +1,24 @@
+// Whether a message bus answers, found out without the toolkit, whose D-Bus knows no time limit.
+#pragma once
+
+#include <chrono>
+#include <string>
+
+namespace tessary {
+
+enum class BusAnswer {
+    given,  ///< it greets its clients
+    none,   ///< nobody listens at the address
+    silence ///< somebody listens and says nothing
+};
+
+/// Opens a connection to the bus at this D-Bus address and closes it again. Waits for its greeting
+/// at most as long as `limit` says.
+BusAnswer askBus(const std::string& address, std::chrono::microseconds limit);
+
+/// Sleeps until a bus answers at this address. Looks once a second as many times as `looks` says;
+/// after that it is told by the kernel of a socket that appears in the file system. False where
+/// the kernel cannot tell, as for an abstract socket.
+bool waitForBus(const std::string& address, int looks);
+
+} // namespace tessary
