@@ -78,6 +78,7 @@ TEST_F(KeyPress, OfASecondKeyCountsWhileItMeansItselfAndNobodyElseHasIt) {
     ASSERT_TRUE(client_.waitUntil([this] { return client_.isGrabbed(keys::f15); }));
     EXPECT_FALSE(isScrollLockOurs()) << "it composes characters";
     xcb_ungrab_key(client_.connection(), keys::pause, client_.root(), XCB_MOD_MASK_ANY);
+    xcb_flush(client_.connection());
     server_.setKeymap({"-option"});
     EXPECT_TRUE(client_.waitUntil(isScrollLockOurs));
     ASSERT_TRUE(isReady());

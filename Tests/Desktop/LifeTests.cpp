@@ -37,10 +37,10 @@ TEST_F(Life, SeedsEachDisplayOnceAlsoOneThatIsPluggedInLaterAndSurvivesKilling) 
     {
         ChildProcess tessary(program());
         ASSERT_TRUE(isReady());
-        EXPECT_EQ(seeded(home_).size(), 2U) << "displays without an EDID are told apart";
+        EXPECT_TRUE(client_.waitUntil([this] { return seeded(home_).size() == 2; }))
+            << "displays without an EDID are told apart";
         server_.addMode("DUMMY2", 1920, 1200);
         server_.xrandr({"--output", "DUMMY2", "--mode", "1920x1200_60", "--pos", "2560x0"});
-        // A display's mark is written before its presets.
         EXPECT_TRUE(client_.waitUntil([&] {
             settings = home_.settings();
             return 3 == std::ranges::count_if(
@@ -60,6 +60,7 @@ TEST_F(Life, DisplaysThatReportTheSameIdentityShareTheirPresets) {
         client_.setEDID(output, edid());
     ChildProcess tessary(program());
     ASSERT_TRUE(isReady());
+    EXPECT_TRUE(client_.waitUntil([this] { return !seeded(home_).empty(); }));
     EXPECT_EQ(seeded(home_), Words{"4268-4660-7"});
 }
 

@@ -129,6 +129,7 @@ TEST_F(PanelIcon, SecondStartHandsOverToTheFirstUnlessThatRunsOnAnotherServer) {
     Panel panel(bus_);
     ChildProcess first(programOnBus());
     ASSERT_TRUE(isReady());
+    ASSERT_TRUE(client_.waitUntil([this] { return !home_.settings().empty(); }));
     const auto settings = home_.settings();
     ChildProcess second(programOnBus());
     EXPECT_EQ(second.wait(), 0);

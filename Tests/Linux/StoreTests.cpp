@@ -1,8 +1,13 @@
+#include "Linux/Desktop/MainQueue.h"
 #include "Linux/Store/ConfigurationFolder.h"
 #include "Linux/Store/Database.h"
+#include "Linux/Store/LoginItem.h"
+#include "Linux/Store/WriteSchedule.h"
 #include "Platform/Foundation.h"
 
+#include <QCoreApplication>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -16,18 +21,18 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace tessary;
-using Rows = std::vector<Row>;
+using Answer = std::optional<Row>;
 
-const Rows nothing;
-const Rows one{{std::int64_t{1}}};
+const Answer one = Row{1};
 const std::string garbage(16384, 'x');
 
 bool set(Database& database, const SqlValue& key, const SqlValue& value) {
-    return database.execute("INSERT OR REPLACE INTO defaults VALUES(?, ?)", {key, value});
+    database.put(Table::defaults, {key}, {value});
+    return database.flush();
 }
 
-auto get(Database& database, const SqlValue& key) {
-    return database.query("SELECT value FROM defaults WHERE key = ?", {key});
+Answer get(Database& database, const SqlValue& key) {
+    return database.row(Table::defaults, {key});
 }
 
 /// The only line that `action` logs, from `part` on.
@@ -54,26 +59,51 @@ protected:
         std::string name = testing::TempDir() + "tessary-XXXXXX";
         return ::mkdtemp(name.data());
     }
+    void permit(unsigned folders, unsigned files) const {
+        for (const auto& entry : fs::recursive_directory_iterator(root_))
+            fs::permissions(entry.path(), fs::perms(entry.is_directory() ? folders : files));
+        fs::permissions(root_, fs::perms(folders));
+    }
+    void expectOneFile() const {
+        for (const auto& entry : fs::directory_iterator(folder_))
+            EXPECT_EQ(entry.path(), file_);
+    }
     const fs::path root_ = temporaryFolder();
     const fs::path folder_ = root_ / "config" / "tessary";
     const fs::path file_ = folder_ / "defaults.sqlite";
 };
 
-TEST_F(Store, EveryValueReadsBackWithItsTypeUnderAnyKey) {
+TEST_F(Store, EveryValueReadsBackWithItsTypeUnderAnyKeyFromTheOneFile) {
     const std::vector<SqlValue> values{{}, std::string("a\0ü", 4), INT64_MIN, NSData{0, 255}};
+    Database other(folder_);
     for (const SqlValue& value : values) {
         Database database(folder_);
         EXPECT_TRUE(set(database, std::string("k\0'?", 4), value));
-        Database again(folder_);
-        EXPECT_EQ(get(again, std::string("k\0'?", 4)), Rows{Row{value}});
+        for (Database* reader : {&database, &other})
+            EXPECT_EQ(get(*reader, std::string("k\0'?", 4)), Row{value});
+        expectOneFile();
     }
+    other.remove(Table::defaults, {std::string("k\0'?", 4)});
+    EXPECT_TRUE(other.flush());
+    EXPECT_EQ(get(*std::make_unique<Database>(folder_), std::string("k\0'?", 4)), std::nullopt);
 }
 
-TEST_F(Store, UserDefaultsLieWithTheConfigurationAndTellTypesAndEmptinessApart) {
-    const auto check = [this] { // in a process of its own, which alone opens the shared database
+TEST_F(Store, SettingsLieInAnAbsoluteFolder) {
+    const auto check = [this] { // the environment is this process's alone
         ::setenv("HOME", root_.c_str(), 1);
         ::setenv("XDG_CONFIG_HOME", "relative", 1);
         EXPECT_EQ(configurationFolder(), root_ / ".config");
+        ::setenv("HOME", "", 1);
+        EXPECT_TRUE(configurationFolder().is_absolute());
+        ::setenv("XDG_CONFIG_HOME", folder_.c_str(), 1);
+        EXPECT_EQ(configurationFolder(), folder_);
+        ::_exit(HasFailure() ? 1 : 0);
+    };
+    EXPECT_EXIT(check(), testing::ExitedWithCode(0), "");
+}
+
+TEST_F(Store, UserDefaultsHoldAtOnceAndTellTypesAndEmptinessApart) {
+    const auto check = [this] { // in a process of its own, which alone opens the shared database
         ::setenv("XDG_CONFIG_HOME", folder_.parent_path().c_str(), 1);
         auto& defaults = NSUserDefaults::standardUserDefaults();
         EXPECT_EQ(defaults.dataForKey("key"), std::nullopt);
@@ -81,6 +111,7 @@ TEST_F(Store, UserDefaultsLieWithTheConfigurationAndTellTypesAndEmptinessApart) 
         EXPECT_EQ(defaults.dataForKey("key"), NSData());
         defaults.setBool(true, "key");
         EXPECT_TRUE(defaults.boolForKey("key"));
+        EXPECT_TRUE(Database::shared().flush());
         Database outside(folder_);
         EXPECT_EQ(get(outside, "key"), one);
         for (const SqlValue& value : std::vector<SqlValue>{{}, "1", 0}) {
@@ -89,40 +120,64 @@ TEST_F(Store, UserDefaultsLieWithTheConfigurationAndTellTypesAndEmptinessApart) 
             EXPECT_FALSE(defaults.boolForKey("key"));
         }
         defaults.removeObjectForKey("key");
-        EXPECT_EQ(get(outside, "key"), nothing);
+        EXPECT_TRUE(Database::shared().flush());
+        EXPECT_EQ(get(outside, "key"), std::nullopt);
         ::_exit(HasFailure() ? 1 : 0);
     };
     EXPECT_EXIT(check(), testing::ExitedWithCode(0), "");
 }
 
-TEST_F(Store, UserDefaultsWorkInMemoryAndWriteNothingThatWasDecidedWithoutReading) {
-    const auto check = [this](bool isLocked) {
+TEST_F(Store, WhatWasDecidedWithoutTheFileYieldsToItAndWhatTheUserDecidedStays) {
+    const auto pipe = [](const fs::path& path) { return ::mkfifo(path.c_str(), 0600) == 0; };
+    const auto folder = [](const fs::path& path) { return fs::create_directory(path); };
+    const auto check = [this](const auto& obstacle, bool isSeeded) {
         ::setenv("XDG_CONFIG_HOME", folder_.parent_path().c_str(), 1);
+        Database owner(root_ / "kept");
+        EXPECT_TRUE(set(owner, "preset", "the user's"));
+        EXPECT_TRUE(!isSeeded || set(owner, "seeded", 1));
+        fs::create_directories(folder_);
+        EXPECT_TRUE(obstacle(file_));
         auto& defaults = NSUserDefaults::standardUserDefaults();
-        Database owner(folder_);
-        EXPECT_TRUE(!isLocked || set(owner, "key", 1));
-        EXPECT_TRUE(!isLocked || owner.execute("PRAGMA locking_mode = EXCLUSIVE"));
-        EXPECT_TRUE(!isLocked || owner.execute("BEGIN EXCLUSIVE"));
-        EXPECT_TRUE(isLocked || fs::create_directories(file_)); // no file can be there
-        EXPECT_FALSE(defaults.boolForKey("key"));
-        EXPECT_TRUE(!isLocked || owner.execute("COMMIT"));
-        defaults.setBool(!isLocked, "key");
-        EXPECT_TRUE(isLocked || defaults.boolForKey("key"));
-        EXPECT_TRUE(!isLocked || get(owner, "key") == one);
+        auto& database = Database::shared();
+        defaults.setObject({1}, "chosen");
+        EXPECT_FALSE(defaults.boolForKey("seeded"));
+        defaults.setBool(true, "seeded");
+        defaults.setObject({2}, "preset");
+        database.put(Table::updateSettings, {"key"}, {1});
+        EXPECT_FALSE(database.flush());
+        EXPECT_EQ(get(database, "preset"), Row{NSData{2}});
+        defaults.setObject({3}, "chosen too");
+        fs::remove(file_);
+        fs::rename(root_ / "kept" / file_.filename(), file_);
+        EXPECT_TRUE(database.flush());
+        EXPECT_EQ(get(database, "preset"), isSeeded ? Row{"the user's"} : Row{NSData{2}});
+        EXPECT_EQ(get(database, "chosen"), Row{NSData{1}});
+        EXPECT_EQ(get(database, "chosen too"), Row{NSData{3}});
+        EXPECT_EQ(database.row(Table::updateSettings, {"key"}), one);
         ::_exit(HasFailure() ? 1 : 0);
     };
-    for (const bool isLocked : {false, true})
-        EXPECT_EXIT(check(isLocked), testing::ExitedWithCode(0), "") << isLocked;
+    const std::string lines = "^tessary: [^\n]*in memory[^\n]*\ntessary: [^\n]*again[^\n]*\n$";
+    for (const bool isSeeded : {true, false}) {
+        EXPECT_EXIT(check(pipe, isSeeded), testing::ExitedWithCode(0), lines) << isSeeded;
+        fs::remove_all(folder_);
+        EXPECT_EXIT(check(folder, isSeeded), testing::ExitedWithCode(0), lines) << isSeeded;
+        fs::remove_all(folder_);
+    }
 }
 
 TEST_F(Store, FoldersAndFilesAreTheirOwnersAlone) {
-    const mode_t before = ::umask(0);
-    Database database(folder_);
-    EXPECT_TRUE(set(database, "key", 1));
-    ::umask(before);
-    for (const auto& entry : fs::recursive_directory_iterator(root_))
-        EXPECT_EQ(entry.status().permissions(), fs::perms(entry.is_directory() ? 0700 : 0600))
-            << entry;
+    for (const mode_t mask : {0U, 0777U}) {
+        fs::remove_all(folder_.parent_path());
+        const mode_t before = ::umask(mask);
+        Database database(folder_);
+        EXPECT_TRUE(set(database, "key", 1));
+        EXPECT_EQ(LoginItem(folder_.parent_path() / "autostart", "/opt/tessary").enable(),
+                  std::nullopt);
+        ::umask(before);
+        for (const auto& entry : fs::recursive_directory_iterator(root_))
+            EXPECT_EQ(entry.status().permissions(), fs::perms(entry.is_directory() ? 0700 : 0600))
+                << entry;
+    }
 }
 
 TEST_F(Store, WhatWasWrittenOutlivesAKilledProcess) {
@@ -132,7 +187,48 @@ TEST_F(Store, WhatWasWrittenOutlivesAKilledProcess) {
     EXPECT_EQ(get(database, "key"), one);
 }
 
-TEST_F(Store, ADamagedFileIsSetAsideUnchangedAtOpeningAndEachTimeLater) {
+TEST_F(Store, AFileThatIsPutBackCountsAtTheNextReading) {
+    const auto copy = [this](const fs::path& from) { // into the same file, with the same counter
+        std::fstream(file_, std::ios::in | std::ios::out | std::ios::binary) << contents(from);
+    };
+    const auto move = [this](const fs::path& from) { fs::rename(from, file_); };
+    const auto truncate = [this](const fs::path&) { fs::resize_file(file_, 0); };
+    const std::pair<std::function<void(const fs::path&)>, Answer> rows[]{
+        {copy, Row{2}}, {move, Row{2}}, {truncate, std::nullopt}};
+    for (const auto& [restore, answer] : rows) {
+        Database database(folder_);
+        Database other(root_ / "other");
+        EXPECT_TRUE(set(database, "key", 1) && set(other, "key", 2));
+        EXPECT_EQ(get(database, "key"), one);
+        restore(root_ / "other" / file_.filename());
+        EXPECT_EQ(get(database, "key"), answer);
+        EXPECT_TRUE(set(database, "new", 3));
+        EXPECT_EQ(get(*std::make_unique<Database>(folder_), "key"), answer);
+        expectOneFile();
+        fs::remove_all(folder_);
+        fs::remove_all(root_ / "other");
+    }
+}
+
+TEST_F(Store, AFileOfAnEarlierVersionLosesItsLogAndNothingElse) {
+    const auto write = [this] { // and dies, as nobody else can leave the log
+        fs::create_directories(folder_);
+        SqlConnection connection;
+        connection.open(file_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+        connection.runScript("PRAGMA journal_mode = WAL; CREATE TABLE defaults(key TEXT PRIMARY "
+                             "KEY, value); INSERT INTO defaults VALUES('key', 1)");
+        ::raise(SIGKILL);
+    };
+    EXPECT_EXIT(write(), testing::KilledBySignal(SIGKILL), "");
+    EXPECT_TRUE(fs::exists(file_.string() + "-shm"));
+    Database database(folder_);
+    EXPECT_EQ(get(database, "key"), one);
+    expectOneFile();
+    EXPECT_TRUE(set(database, "new", 1));
+    EXPECT_EQ(get(database, "key"), one);
+}
+
+TEST_F(Store, ADamagedFileIsSetAsideUnchangedAndWhatIsKnownGoesIntoAFreshOne) {
     fs::create_directories(folder_);
     std::ofstream(file_) << garbage;
     std::ofstream(file_.string() + "-wal") << "stale";
@@ -140,57 +236,110 @@ TEST_F(Store, ADamagedFileIsSetAsideUnchangedAtOpeningAndEachTimeLater) {
     std::set<std::string> asides;
     for (int round = 0; round < 3; ++round) {
         const auto before = std::pair(contents(file_), contents(file_.string() + "-wal"));
-        const std::string aside =
-            lineOf(file_.string() + ".damaged-", [&] { EXPECT_TRUE(set(database, "key", 1)); });
+        const std::string aside = lineOf(file_.string() + ".damaged-", [&] {
+            EXPECT_TRUE(set(database, "key" + std::to_string(round), 1));
+        });
         EXPECT_TRUE(std::pair(contents(aside), contents(aside + "-wal")) == before);
         EXPECT_TRUE(asides.insert(aside).second) << "the name was taken";
-        database.query("PRAGMA wal_checkpoint(TRUNCATE)");
-        database.query("PRAGMA shrink_memory"); // or it would read from its cache
+        EXPECT_EQ(get(*std::make_unique<Database>(folder_), "key0"), one);
         std::fstream file(file_, std::ios::in | std::ios::out | std::ios::binary);
         file.seekp(round < 2 ? 4096 : 12288) << garbage; // at last the table that nobody reads here
     }
     Database again(folder_);
-    lineOf("damaged-", [&] { EXPECT_EQ(get(again, "key"), nothing); });
+    lineOf("damaged-", [&] { EXPECT_EQ(get(again, "key0"), std::nullopt); });
     fs::remove_all(folder_); // as other people do
     EXPECT_TRUE(set(database, "key", 1));
     EXPECT_EQ(get(again, "key"), one);
 }
 
-TEST_F(Store, AnUnwritablePlaceMeansARunInMemoryWithACopy) {
-    const auto permit = [this](unsigned folders, unsigned files) {
-        for (const auto& entry : fs::recursive_directory_iterator(root_))
-            fs::permissions(entry.path(), fs::perms(entry.is_directory() ? folders : files));
-        fs::permissions(root_, fs::perms(folders));
+TEST_F(Store, WhatIsRefusedIsKeptWithOneLineUntilItIsSavedWithAnother) {
+    const uid_t user = ::geteuid();
+    SqlConnection other;
+    const rlimit unlimited{RLIM_INFINITY, RLIM_INFINITY};
+    ::signal(SIGXFSZ, SIG_IGN);
+    struct Obstacle {
+        std::string name;
+        std::function<void()> begin;
+        std::function<void()> end;
+    };
+    const Obstacle obstacles[]{
+        {"read-only",
+         [&] {
+             permit(0555, 0444);
+             ASSERT_EQ(::seteuid(user == 0 ? 65534 : user), 0); // no permission binds root
+         },
+         [&] {
+             ASSERT_EQ(::seteuid(user), 0);
+             permit(0700, 0600);
+         }},
+        {"locked",
+         [&] {
+             other.open(file_, SQLITE_OPEN_READWRITE);
+             other.runScript("BEGIN EXCLUSIVE");
+         },
+         [&] { other.runScript("ROLLBACK"); }},
+        {"full",
+         [&] {
+             const rlimit logLines{1000, RLIM_INFINITY};
+             ::setrlimit(RLIMIT_FSIZE, &logLines);
+         },
+         [&] { ::setrlimit(RLIMIT_FSIZE, &unlimited); }},
+        {"gone",
+         [&] {
+             fs::rename(folder_, root_ / "aside");
+             std::ofstream(folder_) << "a file where the folder should be";
+         },
+         [&] {
+             fs::remove(folder_);
+             fs::rename(root_ / "aside", folder_);
+         }},
     };
     EXPECT_TRUE(set(*std::make_unique<Database>(folder_), "old", 1));
-    const uid_t user = ::geteuid();
-    for (const bool hasCompanions : {true, false}) {
-        permit(0555, 0444);
-        ASSERT_EQ(::seteuid(user == 0 ? 65534 : user), 0); // no permission binds root
-        Database database(folder_);
-        lineOf(file_, [&] { EXPECT_TRUE(set(database, "new", 1)); });
-        EXPECT_EQ(get(database, "old"), one) << hasCompanions;
-        ASSERT_EQ(::seteuid(user), 0);
-        permit(0700, 0600);
-        std::make_unique<Database>(folder_)->query("PRAGMA wal_checkpoint(TRUNCATE)");
-        fs::remove(file_.string() + "-wal");
-        fs::remove(file_.string() + "-shm");
-    }
-    fs::remove_all(folder_);
-    std::ofstream(folder_) << "a file where the folder should be";
-    Database database(folder_);
-    lineOf(file_, [&] { EXPECT_TRUE(set(database, "key", 1)); });
+    for (const Obstacle& obstacle : obstacles)
+        for (const bool wasRead : {true, false}) {
+            Database database(folder_);
+            EXPECT_TRUE(!wasRead || get(database, "old") == one);
+            const std::string& name = obstacle.name;
+            SCOPED_TRACE(name);
+            obstacle.begin();
+            lineOf(file_, [&] {
+                EXPECT_FALSE(set(database, name, 1));
+                EXPECT_FALSE(set(database, name + " too", 1));
+            });
+            EXPECT_EQ(get(database, "old"), wasRead || name != "gone" ? one : Answer()) << name;
+            EXPECT_EQ(get(database, name), one);
+            obstacle.end();
+            lineOf("saved again", [&] { EXPECT_TRUE(database.flush()); });
+            Database again(folder_);
+            for (const std::string& key : {std::string("old"), name, name + " too"})
+                EXPECT_EQ(get(again, key), one) << key;
+            again.remove(Table::defaults, {name});
+            EXPECT_TRUE(again.flush());
+        }
 }
 
-TEST_F(Store, AnotherProgramsLockCostsOneLineAndOnlyThatStatement) {
-    auto other = std::make_unique<Database>(folder_);
-    other->query("PRAGMA locking_mode = EXCLUSIVE");
-    EXPECT_TRUE(set(*other, "key", 1)); // from now on
-    Database database(folder_);
-    lineOf("locked", [&] { EXPECT_FALSE(set(database, "key", 2)); });
-    other.reset();
-    EXPECT_EQ(get(database, "key"), one);
-    EXPECT_TRUE(set(database, "key", 2));
+TEST_F(Store, WritingIsTriedBehindTheEventAndThenFromTimeToTimeInWhateverLoop) {
+    int count = 0;
+    static char name[] = "test";
+    char* arguments[]{name, nullptr};
+    int argumentCount = 1;
+    auto loop = std::make_unique<QCoreApplication>(argumentCount, arguments);
+    const auto write = [&] {
+        if (++count == 2 || count == 4)
+            QCoreApplication::quit();
+        return count == 4;
+    };
+    WriteSchedule schedule(write, std::chrono::milliseconds(1));
+    schedule.request();
+    schedule.request();
+    EXPECT_EQ(count, 0);
+    QCoreApplication::exec();
+    EXPECT_EQ(count, 2) << "once for both, and again";
+    loop.reset();
+    loop = std::make_unique<QCoreApplication>(argumentCount, arguments);
+    MainQueue::shared().wake();
+    QCoreApplication::exec();
+    EXPECT_EQ(count, 4);
 }
 
 } // namespace

@@ -1,3 +1,4 @@
+#include "Linux/Store/Database.h"
 #include "Linux/Updates/UpdateSchedule.h"
 #include "Platform/Updates.h"
 
@@ -24,6 +25,7 @@ TEST(Updates, KeepWhetherToCheckAutomaticallyWhichIsOffUntilSet) {
         EXPECT_EQ(updater.automaticallyChecksForUpdates(), before);
         updater.setAutomaticallyChecksForUpdates(after);
         EXPECT_EQ(updater.automaticallyChecksForUpdates(), after);
+        EXPECT_TRUE(tessary::Database::shared().flush());
         ::_exit(testing::Test::HasFailure() ? 1 : 0);
     };
     for (const auto& [before, after] : {std::pair(false, true), {true, true}, {true, false}})

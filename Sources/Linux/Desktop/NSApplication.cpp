@@ -8,6 +8,7 @@
 #include "Linux/Desktop/TerminationSignals.h"
 #include "Linux/Desktop/XEventSource.h"
 #include "Linux/Session.h"
+#include "Linux/Store/Database.h"
 #include "Linux/Updates/LoadedUpdateLibrary.h"
 #include "Linux/Updates/UpdateSchedule.h"
 #include "Platform/Foundation.h"
@@ -137,6 +138,7 @@ void NSApplication::run() {
     const int status = loop.run([&signals] { return std::make_shared<Sources>(signals); });
     if (const auto delegate = delegate_.lock())
         delegate->applicationWillTerminate();
+    tessary::Database::shared().flush();
     tessary::exitIfUpdateLibraryIsLoaded(status);
     if (status != 0)
         std::exit(status);

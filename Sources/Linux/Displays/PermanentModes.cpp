@@ -9,17 +9,15 @@ namespace tessary {
 
 namespace {
 
-using Values = std::vector<SqlValue>;
-
 /// The columns that say which display is meant.
-Values keyOf(const DisplayRecord& display) {
+Row keyOf(const DisplayRecord& display) {
     return {std::int64_t{display.vendor}, std::int64_t{display.model}, std::int64_t{display.serial},
             display.connector};
 }
 
 /// The columns that say which mode is meant: as the hardware times it, whatever the rotation, with
 /// a rate that tells 59.94 Hz from 60 Hz.
-Values modeOf(const ModeRecord& mode) {
+Row modeOf(const ModeRecord& mode) {
     return {std::int64_t{mode.rawSize.width}, std::int64_t{mode.rawSize.height},
             std::int64_t{std::llround(mode.rate * 1000)}, std::int64_t{mode.flags}};
 }
@@ -32,12 +30,8 @@ const ModeRecord* preferredMode(const DisplayRecord& display) {
     return display.modes.empty() ? nullptr : &display.modes.front();
 }
 
-std::optional<Values> keptMode(Database& database, const DisplayRecord& display) {
-    const auto rows =
-        database.query("SELECT width, height, millihertz, flags FROM permanent_modes "
-                       "WHERE vendor = ? AND model = ? AND serial = ? AND connector = ?",
-                       keyOf(display));
-    return rows && !rows->empty() ? std::optional(rows->front()) : std::nullopt;
+std::optional<Row> keptMode(Database& database, const DisplayRecord& display) {
+    return database.row(Table::permanentModes, keyOf(display));
 }
 
 } // namespace
@@ -49,21 +43,12 @@ bool isSameChoice(const std::optional<ModeRecord>& left, const std::optional<Mod
 }
 
 void PermanentModes::remember(const DisplayRecord& display) {
-    if (!display.current || keptMode(database_, display) == modeOf(*display.current))
-        return;
-    Values values = keyOf(display);
-    std::ranges::copy(modeOf(*display.current), std::back_inserter(values));
-    database_.execute("INSERT OR REPLACE INTO permanent_modes "
-                      "(vendor, model, serial, connector, width, height, millihertz, flags) "
-                      "VALUES (?, ?, ?, ?, ?, ?, ?, ?)",
-                      values);
+    if (display.current)
+        database_.put(Table::permanentModes, keyOf(display), modeOf(*display.current));
 }
 
 void PermanentModes::forget(const DisplayRecord& display) {
-    if (keptMode(database_, display))
-        database_.execute("DELETE FROM permanent_modes "
-                          "WHERE vendor = ? AND model = ? AND serial = ? AND connector = ?",
-                          keyOf(display));
+    database_.remove(Table::permanentModes, keyOf(display));
 }
 
 std::optional<ModeChange> PermanentModes::due(const DisplayRecord& display) const {

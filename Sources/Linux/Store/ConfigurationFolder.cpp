@@ -1,16 +1,32 @@
 #include "Linux/Store/ConfigurationFolder.h"
 
+#include <pwd.h>
+#include <unistd.h>
+
 #include <cstdlib>
 
 namespace tessary {
 
+namespace {
+
+bool isAbsolute(const char* path) {
+    return path != nullptr && path[0] == '/';
+}
+
+std::filesystem::path homeFolder() {
+    if (const char* home = std::getenv("HOME"); isAbsolute(home))
+        return home;
+    const passwd* user = ::getpwuid(::getuid());
+    return user != nullptr && isAbsolute(user->pw_dir) ? user->pw_dir : "/";
+}
+
+} // namespace
+
 // Not QStandardPaths, which takes a relative path in the variable for one below the working folder.
 std::filesystem::path configurationFolder() {
-    const char* folder = std::getenv("XDG_CONFIG_HOME");
-    if (folder != nullptr && folder[0] == '/')
+    if (const char* folder = std::getenv("XDG_CONFIG_HOME"); isAbsolute(folder))
         return folder;
-    const char* home = std::getenv("HOME");
-    return std::filesystem::path(home != nullptr ? home : "/") / ".config";
+    return homeFolder() / ".config";
 }
 
 } // namespace tessary

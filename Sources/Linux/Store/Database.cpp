@@ -1,234 +1,140 @@
 #include "Linux/Store/Database.h"
 
 #include "Linux/Store/ConfigurationFolder.h"
+#include "Linux/Store/WriteSchedule.h"
 #include "Platform/Foundation.h"
 
-#include <QByteArray>
-#include <QDateTime>
-
-#include <fcntl.h>
-#include <sqlite3.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <cerrno>
+#include <algorithm>
 #include <string>
-#include <system_error>
 
 namespace tessary {
 
 namespace {
 
-/// The statements behind EXPLAIN are only compiled, which fails where a table of that name has
-/// other columns or another primary key. Such a file stays as it is, so this is one transaction.
-constexpr const char* schema = R"(
-    BEGIN;
-    CREATE TABLE IF NOT EXISTS defaults(key TEXT PRIMARY KEY, value);
-    CREATE TABLE IF NOT EXISTS permanent_modes(
-        vendor INTEGER, model INTEGER, serial INTEGER, connector TEXT,
-        width INTEGER, height INTEGER, millihertz INTEGER, flags INTEGER,
-        PRIMARY KEY(vendor, model, serial, connector));
-    CREATE TABLE IF NOT EXISTS update_settings(key TEXT PRIMARY KEY, value);
-    EXPLAIN INSERT INTO defaults(key, value) VALUES('', NULL) ON CONFLICT(key) DO NOTHING;
-    EXPLAIN INSERT INTO permanent_modes(
-        vendor, model, serial, connector, width, height, millihertz, flags)
-        VALUES(0, 0, 0, '', 0, 0, 0, 0) ON CONFLICT(vendor, model, serial, connector) DO NOTHING;
-    EXPLAIN INSERT INTO update_settings(key, value) VALUES('', NULL) ON CONFLICT(key) DO NOTHING;
-    COMMIT;
-    PRAGMA journal_mode = WAL;
-    PRAGMA synchronous = FULL;
-)";
-
-constexpr const char* copy = R"(
-    INSERT OR IGNORE INTO main.defaults SELECT key, value FROM source.defaults;
-    INSERT OR IGNORE INTO main.permanent_modes
-        SELECT vendor, model, serial, connector, width, height, millihertz, flags
-        FROM source.permanent_modes;
-    INSERT OR IGNORE INTO main.update_settings SELECT key, value FROM source.update_settings;
-)";
-
-/// SQLITE_ERROR is an answer to the statement's text: the tables are not ours.
-bool isDamage(int status) {
-    return status == SQLITE_CORRUPT || status == SQLITE_NOTADB || status == SQLITE_ERROR;
+std::optional<Row> find(const Rows& rows, const RowKey& key) {
+    const auto row = rows.find(key);
+    return row != rows.end() ? std::optional(row->second) : std::nullopt;
 }
 
-/// Makes the missing ones of a folder and its parents, for their owner alone.
-void makeFolder(const std::filesystem::path& folder) {
-    std::filesystem::path parent;
-    for (const auto& name : folder)
-        ::mkdir((parent /= name).c_str(), S_IRWXU);
-}
-
-/// Makes an empty file for its owner alone; SQLite gives the companions the same permissions.
-/// False, with `errno`, when it exists: opening that one and closing it again would end the locks
-/// that this process has on it.
-bool makeFile(const std::filesystem::path& file) {
-    const int descriptor =
-        ::open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
-    return descriptor >= 0 && ::close(descriptor) == 0;
-}
-
-/// Takes a name that no file had before; nothing when the folder cannot be written.
-std::optional<std::filesystem::path> takeDatedName(const std::filesystem::path& file) {
-    const auto date = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd-HHmmss"));
-    const std::string base = file.string() + ".damaged-" + date.toStdString();
-    std::string name = base;
-    for (int number = 2; !makeFile(name); ++number) {
-        if (errno != EEXIST)
-            return std::nullopt;
-        name = base + "-" + std::to_string(number);
-    }
-    return name;
+WriteSchedule& schedule() {
+    static auto& instance = *new WriteSchedule([] { return Database::shared().flush(); });
+    return instance;
 }
 
 } // namespace
 
+Database::Database(const std::filesystem::path& folder, std::function<void()> askForFlush)
+    : file_(folder / "defaults.sqlite"), askForFlush_(std::move(askForFlush)) {}
+
 Database& Database::shared() {
-    static auto& database = *new Database(configurationFolder() / "tessary");
+    static auto& database =
+        *new Database(configurationFolder() / "tessary", [] { schedule().request(); });
     return database;
 }
 
-Database::Database(const std::filesystem::path& folder) : path_(folder / "defaults.sqlite") {}
-
-bool Database::execute(std::string_view sql, const std::vector<SqlValue>& values) {
-    std::vector<Row> rows;
-    const int status = run(sql, values, rows);
-    if (status != SQLITE_OK)
-        NSLog("tessary: a setting was not saved: " + std::string(sqlite3_errstr(status)));
-    else if (written_)
-        written_();
-    return status == SQLITE_OK;
+std::optional<Row> Database::row(Table table, const Row& key) {
+    refresh();
+    const RowKey rowKey(table, key);
+    const auto change = changes_.find(rowKey);
+    return change != changes_.end() ? change->second.values : find(rows_, rowKey);
 }
 
-std::optional<std::vector<Row>> Database::query(std::string_view sql,
-                                                const std::vector<SqlValue>& values) {
-    std::vector<Row> rows;
-    const int status = run(sql, values, rows);
+void Database::put(Table table, const Row& key, const Row& values) {
+    change({table, key}, values);
+}
+
+void Database::remove(Table table, const Row& key) {
+    change({table, key}, std::nullopt);
+}
+
+void Database::change(RowKey key, std::optional<Row> values) {
+    const bool relies = premise_ && premise_->first.first == key.first;
+    changes_[std::move(key)] = {std::move(values), relies ? premise_ : std::nullopt};
+    askForFlush_();
+}
+
+void Database::rely(Table table, const std::optional<Row>& key) {
+    premise_.reset();
+    if (!key || changes_.contains({table, *key})) // that answer was ours, not the file's
+        return;
+    premise_ = {RowKey(table, *key), find(rows_, {table, *key})};
+    askForFlush_(); // which ends it
+}
+
+/// Reading what has changed. What failed is tried again when the file has changed, or after a
+/// while: waiting for a lock takes time each time.
+void Database::refresh() {
+    constexpr std::chrono::seconds pause(1);
+    const auto now = std::chrono::steady_clock::now();
+    const FileMark mark = file_.mark(); // before the reading: what comes in between is news
+    if (mark == mark_ && (!nextAttempt_ || now < *nextAttempt_))
+        return;
+    mark_ = mark;
+    nextAttempt_.reset();
+    Rows rows;
+    const int status = attempt([&] { return file_.read(rows); });
     if (status == SQLITE_OK)
-        return rows;
-    NSLog("tessary: a setting was not read: " + std::string(sqlite3_errstr(status)));
-    return std::nullopt;
-}
-
-std::optional<ChangeMark> Database::changeMark() const {
-    if (!identity_ || !hasLog_ || !connection_.isOpen() || !isFileOurs())
-        return std::nullopt;
-    return connection_.changeMark();
-}
-
-int Database::run(std::string_view sql, const std::vector<SqlValue>& values,
-                  std::vector<Row>& rows) {
-    const int status = attempt(sql, values, rows);
-    if (!isDamage(status) || !identity_)
-        return status;
-    if (status == SQLITE_ERROR)
-        connection_.close(); // it is checked when it is opened again
+        rows_ = std::move(rows);
     else
-        setAside();
-    rows.clear();
-    return attempt(sql, values, rows);
+        nextAttempt_ = now + pause;
+    report(status);
 }
 
-int Database::attempt(std::string_view sql, const std::vector<SqlValue>& values,
-                      std::vector<Row>& rows) {
-    if (identity_ && !isFileOurs())
-        connection_.close();
-    if (!connection_.isOpen())
-        if (const int status = open(); status != SQLITE_OK)
-            return status;
-    return connection_.run(sql, values, rows);
-}
-
-/// Leaves it closed, for the next statement to try again, only while another process keeps it
-/// locked.
-int Database::open() {
-    int status = openFile();
-    if (isDamage(status) && setAside())
-        status = openFile();
-    if (status == SQLITE_OK)
-        return status;
-    connection_.close();
-    if (status == SQLITE_BUSY)
-        return status;
-    NSLog("tessary: settings are not saved in this run: " + path_.string() + ": " +
-          sqlite3_errstr(status));
-    return openInMemory();
-}
-
-int Database::openFile() {
-    makeFolder(path_.parent_path());
-    makeFile(path_);
-    if (const int status = connection_.open(path_.string(), SQLITE_OPEN_READWRITE);
-        status != SQLITE_OK)
-        return status;
-    identity_ = identityOf(path_);
-    if (connection_.isReadOnly())
-        return SQLITE_READONLY;
-    if (const int status = check(); status != SQLITE_OK)
-        return status;
-    const int status = connection_.runScript(schema);
-    std::vector<Row> mode;
-    hasLog_ = connection_.run("PRAGMA journal_mode", {}, mode) == SQLITE_OK &&
-              mode == std::vector<Row>{Row{"wal"}};
-    return status;
-}
-
-int Database::check() {
-    std::vector<Row> rows;
-    const int status = connection_.run("PRAGMA quick_check(1)", {}, rows);
-    if (status != SQLITE_OK)
-        return status;
-    return rows == std::vector<Row>{Row{"ok"}} ? SQLITE_OK : SQLITE_CORRUPT;
-}
-
-int Database::openInMemory() {
-    identity_.reset();
-    const int opened = connection_.open(":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_URI);
-    if (opened != SQLITE_OK)
-        return opened;
-    const int status = connection_.runScript(schema);
-    const std::string uri =
-        "file:" + QByteArray(path_.c_str()).toPercentEncoding("/").toStdString();
-    // Where its companions cannot be made, a file is readable only as one that never changes.
-    if (!copyFrom(uri + "?mode=ro"))
-        copyFrom(uri + "?immutable=1");
-    return status;
-}
-
-bool Database::copyFrom(const std::string& uri) {
-    std::vector<Row> rows;
-    if (connection_.run("ATTACH ? AS source", {uri}, rows) != SQLITE_OK)
-        return false;
-    const int status = connection_.runScript(copy);
-    connection_.runScript("DETACH source");
+bool Database::flush() {
+    premise_.reset();
+    if (changes_.empty())
+        return true;
+    Rows rows;
+    const int status = attempt([&] {
+        return file_.update([&](const Rows& inFile) {
+            rows = inFile;
+            return changesFor(inFile);
+        });
+    });
+    if (status == SQLITE_OK) {
+        for (const auto& [key, values] : changesFor(rows))
+            if (values)
+                rows[key] = *values;
+            else
+                rows.erase(key);
+        changes_.clear();
+        rows_ = std::move(rows);
+    }
+    report(status);
+    refresh(); // now, and not when the next event waits for it
     return status == SQLITE_OK;
 }
 
-/// True when the damaged file is gone from its place, by our doing or by another process's.
-bool Database::setAside() {
-    const bool isOurs = isFileOurs();
-    connection_.close();
-    if (!isOurs)
-        return true;
-    const auto name = takeDatedName(path_);
-    if (!name)
-        return false;
-    std::error_code error;
-    // First the companions: a fresh file must not find a stranger's.
-    for (const char* suffix : {"-wal", "-shm", "-journal"})
-        std::filesystem::rename(path_.string() + suffix, name->string() + suffix, error);
-    std::filesystem::rename(path_, *name, error);
-    if (error)
-        return false;
-    NSLog("tessary: the settings file was damaged and is now " + name->string());
-    return true;
+/// Those that still hold, and that make a difference.
+Changes Database::changesFor(const Rows& inFile) const {
+    Changes changes;
+    for (const auto& [key, change] : changes_) {
+        const auto& premise = change.premise;
+        if ((!premise || find(inFile, premise->first) == premise->second) &&
+            find(inFile, key) != change.values)
+            changes[key] = change.values;
+    }
+    return changes;
 }
 
-std::optional<Database::FileIdentity> Database::identityOf(const std::filesystem::path& file) {
-    struct stat status {};
-    if (::stat(file.c_str(), &status) != 0)
-        return std::nullopt;
-    return FileIdentity(status.st_dev, status.st_ino);
+int Database::attempt(const std::function<int()>& operation) {
+    const int status = operation();
+    if (!isDamage(status) || !file_.setAside())
+        return status;
+    for (const auto& [key, values] : rows_)
+        changes_.try_emplace(key, Change{values, std::nullopt});
+    askForFlush_();
+    return operation();
+}
+
+void Database::report(int status) {
+    const bool isInTrouble = status != SQLITE_OK || (isInTrouble_ && !changes_.empty());
+    if (isInTrouble && !isInTrouble_)
+        NSLog("tessary: settings are only in memory until they can be saved: " +
+              file_.path().string() + ": " + sqlite3_errstr(status));
+    else if (!isInTrouble && isInTrouble_)
+        NSLog("tessary: settings are saved again: " + file_.path().string());
+    isInTrouble_ = isInTrouble;
 }
 
 } // namespace tessary

@@ -1,77 +1,80 @@
-// The file that holds everything we remember over restarts.
+// Everything we remember over restarts.
 #pragma once
 
-#include "Linux/Store/SqlConnection.h"
+#include "Linux/Store/SettingsFile.h"
+#include "Linux/Store/Tables.h"
 
-#include <sys/types.h>
-
+#include <chrono>
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <optional>
-#include <string>
-#include <string_view>
 #include <utility>
-#include <vector>
 
 namespace tessary {
 
-/// The SQLite file "defaults.sqlite" of a folder, opened on first use. Its tables:
+/// The rows of the SQLite file "defaults.sqlite" of a folder, in memory, and as current as the
+/// file: what anybody has written, or put into its place, counts at the next reading. Changes hold
+/// at once and stand in the file after the next `flush`. What cannot be saved then is kept, and
+/// saved by a later one. When the file cannot be read, the rows are those that were known last;
+/// none, before the first reading.
 ///
-///     defaults(key, value)
-///     permanent_modes(vendor, model, serial, connector, width, height, millihertz, flags)
-///     update_settings(key, value)
-///
-/// A damaged file is set aside under a new name, and a fresh one takes its place. When the file
-/// cannot be written or made, a copy in memory serves for this run. One that was deleted or
-/// replaced meanwhile is opened anew. Each of these and each failure is one line in the log. Main
+/// A damaged file is set aside under a new name, and a fresh one takes its place, with the rows
+/// that were known. One line in the log says when a failure begins, and one when it is over. Main
 /// thread only.
 class Database {
 public:
-    /// The database in the user's configuration folder; never destroyed.
+    /// The database in the user's configuration folder, which the event loop flushes behind each
+    /// event with changes and, while that fails, once a minute. Never destroyed.
     static Database& shared();
 
-    /// A database of its own in `folder`, which is made with its parents when it is missing.
-    explicit Database(const std::filesystem::path& folder);
-    ~Database() = default;
+    /// A database of its own in `folder`. `askForFlush` is called at each change and has `flush`
+    /// called soon, but not from within.
+    explicit Database(
+        const std::filesystem::path& folder, std::function<void()> askForFlush = [] {});
 
-    /// Runs one statement that changes something. On return the change outlasts a loss of power.
-    /// Waits at most 100 ms for another process. False when nothing was changed.
-    bool execute(std::string_view sql, const std::vector<SqlValue>& values = {});
+    /// The values of the row under `key`, as many as the table has columns behind the key. Costs
+    /// two system calls while the file is as it was.
+    std::optional<Row> row(Table table, const Row& key);
 
-    /// The rows of one statement. Nothing when it fails, which is not the same as no rows.
-    std::optional<std::vector<Row>> query(std::string_view sql,
-                                          const std::vector<SqlValue>& values = {});
+    /// Changes the row under `key` or makes it.
+    void put(Table table, const Row& key, const Row& values);
 
-    /// Has `observer` called after each statement of `execute` that succeeded.
-    void setWriteObserver(std::function<void()> observer) { written_ = std::move(observer); }
+    /// Deletes the row under `key`, if there is one.
+    void remove(Table table, const Row& key);
 
-    /// What tells whether anybody has written since, at the cost of one system call. Nothing when
-    /// that is not known: while no file is open, or where it cannot have a write-ahead log.
-    std::optional<ChangeMark> changeMark() const;
+    /// What is changed in the same table from now on, until the next call or `flush`, was decided
+    /// on the present answer for `key`. When the file turns out to hold another one, these changes
+    /// are dropped instead of saved. Without a key the changes stand for themselves again.
+    void rely(Table table, const std::optional<Row>& key);
 
-    Database(const Database&) = delete;
-    Database& operator=(const Database&) = delete;
+    /// Saves all changes, in one transaction that outlasts a loss of power. Waits at most 100 ms
+    /// for another process. False when there are changes left.
+    bool flush();
 
 private:
-    using FileIdentity = std::pair<dev_t, ino_t>;
+    /// A row of the file, as it was when something was decided on it.
+    using Premise = std::pair<RowKey, std::optional<Row>>;
 
-    static std::optional<FileIdentity> identityOf(const std::filesystem::path& file);
+    struct Change {
+        std::optional<Row> values; ///< nothing: the row is to go
+        std::optional<Premise> premise;
+    };
 
-    bool isFileOurs() const { return identity_ == identityOf(path_); }
-    int run(std::string_view sql, const std::vector<SqlValue>& values, std::vector<Row>& rows);
-    int attempt(std::string_view sql, const std::vector<SqlValue>& values, std::vector<Row>& rows);
-    int open();
-    int openFile();
-    int openInMemory();
-    bool copyFrom(const std::string& uri);
-    int check();
-    bool setAside();
+    void change(RowKey key, std::optional<Row> values);
+    void refresh();
+    Changes changesFor(const Rows& inFile) const;
+    int attempt(const std::function<int()>& operation);
+    void report(int status);
 
-    std::filesystem::path path_;
-    std::function<void()> written_;
-    std::optional<FileIdentity> identity_; ///< of the open file; none while in memory
-    bool hasLog_ = false;                  ///< the open file has a write-ahead log
-    SqlConnection connection_;
+    SettingsFile file_;
+    std::function<void()> askForFlush_;
+    Rows rows_;                    ///< what is known of the file
+    std::optional<FileMark> mark_; ///< of the file when it was read, or could not be read
+    std::optional<std::chrono::steady_clock::time_point> nextAttempt_; ///< of a reading that failed
+    std::map<RowKey, Change> changes_;                                 ///< not saved yet
+    std::optional<Premise> premise_;
+    bool isInTrouble_ = false;
 };
 
 } // namespace tessary

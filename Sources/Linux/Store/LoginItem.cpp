@@ -1,6 +1,7 @@
 #include "Linux/Store/LoginItem.h"
 
 #include "Linux/Store/DesktopEntry.h"
+#include "Linux/Store/PrivateFiles.h"
 
 #include <QFile>
 #include <QSaveFile>
@@ -51,12 +52,13 @@ SMAppServiceStatus LoginItem::status() const {
 std::optional<std::string> LoginItem::enable() const {
     if (program_.empty())
         return "it is not known where the program lies";
-    std::error_code error;
-    if (fs::create_directories(file_.parent_path(), error); error)
+    if (const std::error_code error = makePrivateFolder(file_.parent_path()))
         return failure(file_.parent_path(), error.message());
     QSaveFile file(QFile::decodeName(file_.c_str())); // follows a symbolic link
     const std::string text = contents();
-    if (!file.open(QIODevice::WriteOnly) || file.write(text.c_str()) < 0 || !file.commit())
+    if (!file.open(QIODevice::WriteOnly) ||
+        !file.setPermissions(QFile::ReadOwner | QFile::WriteOwner) ||
+        file.write(text.c_str()) < 0 || !file.commit())
         return failure(file_, file.errorString().toStdString());
     return std::nullopt;
 }

@@ -1,34 +1,29 @@
 #include "Platform/Foundation.h"
 
 #include "Linux/Store/Database.h"
-#include "Linux/Store/SettingsCache.h"
+
+#include <string>
+#include <variant>
 
 namespace {
 
 using tessary::Database;
+using tessary::Row;
 using tessary::SqlValue;
+using tessary::Table;
 
-tessary::SettingsCache& cache() {
-    static auto& instance = *new tessary::SettingsCache(Database::shared());
-    return instance;
+Row rowKey(std::string_view key) {
+    return {std::string(key)};
 }
 
 /// The value under `key`; NULL when there is none.
 SqlValue valueOf(std::string_view key) {
-    return cache().valueOf(key);
-}
-
-void write(std::string_view sql, const std::vector<SqlValue>& values) {
-    if (cache().isBlind())
-        NSLog("tessary: a setting was not saved: those that are there could not be read");
-    else
-        Database::shared().execute(sql, values);
+    const auto row = Database::shared().row(Table::defaults, rowKey(key));
+    return row ? row->front() : SqlValue();
 }
 
 void store(std::string_view key, SqlValue value) {
-    write("INSERT INTO defaults(key, value) VALUES(?, ?) "
-          "ON CONFLICT(key) DO UPDATE SET value = excluded.value",
-          {std::string(key), std::move(value)});
+    Database::shared().put(Table::defaults, rowKey(key), {std::move(value)});
 }
 
 } // namespace
@@ -51,7 +46,11 @@ void NSUserDefaults::setObject(const NSData& data, std::string_view key) {
 bool NSUserDefaults::boolForKey(std::string_view key) const {
     const SqlValue value = valueOf(key);
     const auto* number = std::get_if<std::int64_t>(&value);
-    return number != nullptr && *number != 0;
+    const bool isSet = number != nullptr && *number != 0;
+    // Whoever finds a mark missing does what it stands for. A file that could not be read before,
+    // or that was replaced, may have the mark, and what belongs to it.
+    Database::shared().rely(Table::defaults, isSet ? std::nullopt : std::optional(rowKey(key)));
+    return isSet;
 }
 
 void NSUserDefaults::setBool(bool value, std::string_view key) {
@@ -59,5 +58,5 @@ void NSUserDefaults::setBool(bool value, std::string_view key) {
 }
 
 void NSUserDefaults::removeObjectForKey(std::string_view key) {
-    write("DELETE FROM defaults WHERE key = ?", {std::string(key)});
+    Database::shared().remove(Table::defaults, rowKey(key));
 }

@@ -1,6 +1,5 @@
 #include "Linux/Store/SqlConnection.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <utility>
 
@@ -10,7 +9,7 @@ namespace {
 
 constexpr int busyTimeOutMilliseconds = 100; // a key press may wait for it
 
-/// Binds one value. SQLite reads it in place, so it has to live until the statement is reset.
+/// Binds one value. SQLite reads it in place, so it has to live as long as the statement.
 struct Bind {
     sqlite3_stmt* statement;
     int index;
@@ -57,88 +56,37 @@ Row rowOf(sqlite3_stmt* statement) {
     return row;
 }
 
-/// Ends a use of a statement: one that is not reset holds its lock, and an old view of the data.
-struct Reset {
-    void operator()(sqlite3_stmt* statement) const {
-        sqlite3_reset(statement);
-        sqlite3_clear_bindings(statement);
-    }
-};
-
 } // namespace
 
 int SqlConnection::open(const std::string& name, int flags) {
-    close();
     sqlite3* handle = nullptr;
     const int status = sqlite3_open_v2(name.c_str(), &handle, flags | SQLITE_OPEN_NOMUTEX, nullptr);
     handle_.reset(handle); // a failed one has to be closed too
-    if (status != SQLITE_OK) {
-        close();
+    if (status != SQLITE_OK)
         return status;
-    }
-    sqlite3_busy_timeout(handle, busyTimeOutMilliseconds);
-    // The last one to close would delete the log file by its name, which by then may belong to
-    // another database that took this one's place.
+    // A log that belongs to a damaged database is to stay as it is.
     sqlite3_db_config(handle, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
-    return SQLITE_OK;
+    return sqlite3_busy_timeout(handle, busyTimeOutMilliseconds);
 }
 
-void SqlConnection::close() {
-    statements_.clear();
-    handle_.reset();
+int SqlConnection::runScript(const std::string& sql) {
+    return sqlite3_exec(handle_.get(), sql.c_str(), nullptr, nullptr, nullptr);
 }
 
-bool SqlConnection::isReadOnly() const {
-    return sqlite3_db_readonly(handle_.get(), "main") == 1;
-}
-
-// The header of the log's index in shared memory, which a commit changes last of all:
-// https://www.sqlite.org/walformat.html, "The WAL-Index Header".
-std::optional<ChangeMark> SqlConnection::changeMark() const {
-    sqlite3_file* file = nullptr;
-    sqlite3_file_control(handle_.get(), "main", SQLITE_FCNTL_FILE_POINTER, &file);
-    constexpr int indexPageSize = 32768;
-    volatile void* index = nullptr;
-    if (file == nullptr || file->pMethods == nullptr || file->pMethods->iVersion < 2 ||
-        file->pMethods->xShmMap(file, 0, indexPageSize, 0, &index) != SQLITE_OK || index == nullptr)
-        return std::nullopt;
-    ChangeMark mark;
-    std::copy_n(static_cast<volatile const std::uint8_t*>(index), mark.size(), mark.begin());
-    return mark;
-}
-
-int SqlConnection::runScript(const char* sql) {
-    return sqlite3_exec(handle_.get(), sql, nullptr, nullptr, nullptr);
-}
-
-int SqlConnection::prepare(std::string_view sql, sqlite3_stmt*& statement) {
-    auto entry = statements_.find(sql);
-    if (entry == statements_.end()) {
-        sqlite3_stmt* made = nullptr;
-        const int status =
-            sqlite3_prepare_v3(handle_.get(), sql.data(), static_cast<int>(sql.size()),
-                               SQLITE_PREPARE_PERSISTENT, &made, nullptr);
-        if (status != SQLITE_OK)
-            return status;
-        entry = statements_.emplace(sql, Statement(made)).first;
-    }
-    statement = entry->second.get();
-    return SQLITE_OK;
-}
-
-int SqlConnection::run(std::string_view sql, const std::vector<SqlValue>& values,
-                       std::vector<Row>& rows) {
-    sqlite3_stmt* statement = nullptr;
-    if (const int status = prepare(sql, statement); status != SQLITE_OK)
+int SqlConnection::run(std::string_view sql, const Row& values, std::vector<Row>& rows) {
+    sqlite3_stmt* prepared = nullptr;
+    if (const int status = sqlite3_prepare_v2(handle_.get(), sql.data(),
+                                              static_cast<int>(sql.size()), &prepared, nullptr);
+        status != SQLITE_OK)
         return status;
-    const std::unique_ptr<sqlite3_stmt, Reset> use(statement);
+    const Statement statement(prepared);
     int index = 0;
     for (const SqlValue& value : values)
-        if (const int status = std::visit(Bind{statement, ++index}, value); status != SQLITE_OK)
+        if (const int status = std::visit(Bind{prepared, ++index}, value); status != SQLITE_OK)
             return status;
     int status = SQLITE_OK;
-    while ((status = sqlite3_step(statement)) == SQLITE_ROW)
-        rows.push_back(rowOf(statement));
+    while ((status = sqlite3_step(prepared)) == SQLITE_ROW)
+        rows.push_back(rowOf(prepared));
     return status == SQLITE_DONE ? SQLITE_OK : status;
 }
 

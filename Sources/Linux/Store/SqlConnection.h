@@ -1,13 +1,10 @@
-// One open SQLite database and the statements that were prepared on it.
+// One open SQLite database.
 #pragma once
 
 #include <sqlite3.h>
 
-#include <array>
 #include <cstdint>
-#include <map>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -20,32 +17,19 @@ using SqlValue = std::variant<std::monostate, std::int64_t, std::string, std::ve
 
 using Row = std::vector<SqlValue>;
 
-/// Differs from an earlier one when anybody has committed a transaction in between.
-using ChangeMark = std::array<std::uint8_t, 48>;
-
-/// Answers are SQLite's primary result codes; SQLITE_OK is success.
+/// Closed, and with that rolled back, at the end of its life. Answers are SQLite's primary result
+/// codes; SQLITE_OK is success.
 class SqlConnection {
 public:
-    /// Closes what was open and opens `name` with the SQLITE_OPEN_ flags.
+    /// Opens `name` with the SQLITE_OPEN_ flags; once. Waits at most 100 ms for locks of other
+    /// processes.
     int open(const std::string& name, int flags);
 
-    /// Leaves all files where they are. Not open is no failure.
-    void close();
-
-    bool isOpen() const { return handle_ != nullptr; }
-
-    /// Whether the file could be opened for reading only.
-    bool isReadOnly() const;
-
-    /// The file's present mark, by a memory read; to be asked of a file with a write-ahead log
-    /// only. Nothing when its index cannot be shared.
-    std::optional<ChangeMark> changeMark() const;
-
     /// Runs the statements of a text that needs no values and drops their rows.
-    int runScript(const char* sql);
+    int runScript(const std::string& sql);
 
-    /// Runs one statement, which stays prepared until `close`, and appends its rows to `rows`.
-    int run(std::string_view sql, const std::vector<SqlValue>& values, std::vector<Row>& rows);
+    /// Runs one statement and appends its rows to `rows`.
+    int run(std::string_view sql, const Row& values, std::vector<Row>& rows);
 
 private:
     template <auto function>
@@ -55,10 +39,7 @@ private:
     using Handle = std::unique_ptr<sqlite3, Call<sqlite3_close>>;
     using Statement = std::unique_ptr<sqlite3_stmt, Call<sqlite3_finalize>>;
 
-    int prepare(std::string_view sql, sqlite3_stmt*& statement);
-
     Handle handle_;
-    std::map<std::string, Statement, std::less<>> statements_; ///< gone before their connection
 };
 
 } // namespace tessary

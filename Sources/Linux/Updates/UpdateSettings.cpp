@@ -15,18 +15,13 @@ constexpr const char* skippedVersionKey = "skippedVersion";
 
 template <typename Value>
 std::optional<Value> stored(const char* key) {
-    const auto rows = Database::shared().query("SELECT value FROM update_settings WHERE key = ?",
-                                               {std::string(key)});
-    if (!rows || rows->empty())
-        return std::nullopt;
-    const auto* value = std::get_if<Value>(&rows->front().front());
+    const auto row = Database::shared().row(Table::updateSettings, {std::string(key)});
+    const auto* value = row ? std::get_if<Value>(&row->front()) : nullptr;
     return value != nullptr ? std::optional(*value) : std::nullopt;
 }
 
 void store(const char* key, const SqlValue& value) {
-    Database::shared().execute("INSERT INTO update_settings(key, value) VALUES(?, ?) "
-                               "ON CONFLICT(key) DO UPDATE SET value = excluded.value",
-                               {std::string(key), value});
+    Database::shared().put(Table::updateSettings, {std::string(key)}, {value});
 }
 
 } // namespace

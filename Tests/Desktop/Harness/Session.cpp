@@ -56,6 +56,8 @@ Words Home::commandOn(const std::string& display, const Words& command) const {
 
 std::map<std::string, std::string> Home::settings() const {
     const auto file = path_ / "config" / "tessary" / "defaults.sqlite";
+    if (std::error_code error; std::filesystem::file_size(file, error) == 0 || error)
+        return {}; // the first settings are not written yet
     sqlite3* opened = nullptr;
     sqlite3_open_v2(file.c_str(), &opened, SQLITE_OPEN_READONLY, nullptr);
     const std::unique_ptr<sqlite3, decltype(&sqlite3_close)> database(opened, sqlite3_close);

@@ -1,0 +1,83 @@
+// The settings file on disk, and what can be wrong with it.
+#pragma once
+
+#include "Linux/Store/Tables.h"
+
+#include <sys/types.h>
+
+#include <array>
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <utility>
+
+namespace tessary {
+
+/// What tells by a look at a file whether anybody has written since; also whether another file has
+/// taken its place, and whether it can be looked at at all.
+struct FileMark {
+    int error = 0; ///< the `errno` of looking
+    dev_t device = 0;
+    ino_t inode = 0;
+    off_t size = 0;
+    std::int64_t changed = 0; ///< nanoseconds; the status change, which `cp -p` cannot set back
+    std::array<std::uint8_t, 4> counter{}; ///< SQLite's own, which each transaction changes
+
+    bool operator==(const FileMark&) const = default;
+};
+
+/// Whether an answer means that the file has to be set aside.
+bool isDamage(int status);
+
+/// One SQLite file with a rollback journal: between two writes the one file is the whole truth. It
+/// is opened for each reading and each writing anew, so that whatever stands under its name counts,
+/// however it came there, and nobody is locked out in between. Answers are SQLite's result codes.
+///
+/// Only a regular file is ever opened; anything else is SQLITE_CANTOPEN, at once. A file with a
+/// write-ahead log, as earlier versions left it, loses the log at opening, without a loss.
+class SettingsFile {
+public:
+    explicit SettingsFile(std::filesystem::path path) : path_(std::move(path)) {}
+    ~SettingsFile();
+
+    const std::filesystem::path& path() const { return path_; }
+
+    /// The present mark, by two system calls.
+    FileMark mark();
+
+    /// Replaces `rows` by all that is in the file. None where there is no file. A file that another
+    /// process has locked is read past the lock, unless that process is in the middle of a write.
+    int read(Rows& rows);
+
+    /// What to change, given what is in the file.
+    using Decision = std::function<Changes(const Rows&)>;
+
+    /// Makes the file and its folders where they are missing, and the changes in one transaction,
+    /// in which nobody else writes. SQLITE_OK when they outlast a loss of power, or when there are
+    /// none.
+    int update(const Decision& decide);
+
+    /// Gives a damaged file another name, with the date, and one log line. True when it is gone
+    /// from its place, by our doing or by another process's.
+    bool setAside();
+
+    SettingsFile(const SettingsFile&) = delete;
+    SettingsFile& operator=(const SettingsFile&) = delete;
+
+private:
+    using Identity = std::pair<dev_t, ino_t>;
+
+    std::optional<Identity> identity() const;
+    void watch(const Identity& identity);
+    int open(SqlConnection& connection);
+    bool hasLog(const std::filesystem::path& file) const;
+    bool readPastLocks(Rows& rows) const;
+
+    std::filesystem::path path_;
+    std::optional<Identity> opened_;  ///< the file that was opened last
+    std::optional<Identity> watched_; ///< what `descriptor_` is open on
+    int descriptor_ = -1;             ///< to read the counter by
+};
+
+} // namespace tessary
