@@ -3,10 +3,18 @@ add_library(tessary_warnings INTERFACE)
 target_compile_options(tessary_warnings INTERFACE
   -Werror -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
   -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align -Wunused -Wdouble-promotion -Wformat=2
-  -Wnull-dereference -Wduplicated-cond -Wduplicated-branches -Wlogical-op -Wuseless-cast
-  -Wextra-semi -Wimplicit-fallthrough)
+  -Wnull-dereference -Wextra-semi -Wimplicit-fallthrough
+  $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond -Wduplicated-branches -Wlogical-op -Wuseless-cast>
+  $<$<CXX_COMPILER_ID:Clang>:-Wno-keyword-macro>) # <xcb/xkb.h> needs a keyword renamed around it
 
 if(TESSARY_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+
+# The fuzzers' own programs also link the fuzzer.
+if(TESSARY_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all
+    -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
 endif()
