@@ -1,5 +1,5 @@
 # What there is to do with Tessary, each with one command. What they need is installed first.
-.PHONY: help build run test check bench fuzz screenshots package clean
+.PHONY: help build run test check bench endurance fuzz screenshots package clean
 
 help:
 	@echo "make build   build Tessary: build/release/tessary"
@@ -8,6 +8,7 @@ help:
 	@echo "make test    build and run all tests"
 	@echo "make check   formatting, static analysis, headers, includes, tests with sanitizers, package"
 	@echo "make bench   build and run the benchmarks"
+	@echo "make endurance   use the program for some twenty minutes (ARGS: see Tools/endurance)"
 	@echo "make fuzz    try inputs of all kinds for some ten minutes (ARGS: see Tools/fuzz)"
 	@echo "make screenshots   make the pictures of menu and preferences in docs/ again"
 	@echo "make package make the Debian package in build/release (docs/packaging.md: PACKAGE_OPTIONS)"
@@ -34,6 +35,10 @@ check:
 bench:
 	Tools/install-dependencies --bench
 	Tools/bench $(ARGS)
+
+endurance:
+	Tools/install-dependencies
+	Tools/endurance $(ARGS)
 
 fuzz:
 	Tools/install-dependencies --fuzz

@@ -99,11 +99,15 @@ void ChildProcess::signal(int number) const {
         kill(id_, number);
 }
 
-std::optional<int> ChildProcess::wait() {
+bool ChildProcess::hasEnded() {
     int status = 0;
-    const auto hasEnded = [&] { return waitpid(id_, &status, WNOHANG) == id_; };
-    if (!status_ && waitUntil(handle_, hasEnded))
+    if (!status_ && waitpid(id_, &status, WNOHANG) == id_)
         status_ = WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+    return status_.has_value();
+}
+
+std::optional<int> ChildProcess::wait() {
+    waitUntil(handle_, [this] { return hasEnded(); });
     read();
     return status_;
 }

@@ -32,6 +32,9 @@ public:
     /// How often it has gone to sleep so far, to wait for something.
     long sleeps() const;
 
+    /// Whether it has ended already.
+    bool hasEnded();
+
     /// Waits for the end. The exit status, or minus the number of the signal that ended it; nothing
     /// when it still runs after `patience`.
     std::optional<int> wait();
