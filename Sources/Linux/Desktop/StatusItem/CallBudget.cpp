@@ -23,6 +23,8 @@ constexpr milliseconds largestCharge{1};
 /// The budget grows by one part in so many of the time that passes.
 constexpr int slowness = 10;
 
+const QString limitsExceeded = QDBusError::errorString(QDBusError::LimitsExceeded);
+
 QDBusPendingCall ping(const QDBusConnection& bus) {
     return bus.asyncCall(QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
@@ -37,6 +39,10 @@ CallBudget::CallBudget() : filledAt_(Clock::now()), left_(capacity) {
     quiet_.setInterval(quiet);
     quiet_.setSingleShot(true);
     QObject::connect(&quiet_, &QTimer::timeout, [] { malloc_trim(0); });
+}
+
+QDBusMessage CallBudget::refusal(const QDBusMessage& call) {
+    return call.createErrorReply(limitsExceeded, QStringLiteral("too much at once"));
 }
 
 CallBudget& CallBudget::shared() {
@@ -63,15 +69,13 @@ void CallBudget::reply(const QDBusMessage& call, const QDBusConnection& bus,
     const auto begin = Clock::now();
     fill(begin);
     const bool isUsedUp = left_ <= Clock::duration::zero();
-    const QDBusMessage message =
-        isUsedUp ? call.createErrorReply(QDBusError::LimitsExceeded, QStringLiteral("too often"))
-                 : answer();
+    const QDBusMessage message = isUsedUp ? refusal(call) : answer();
     if (call.isReplyRequired())
         bus.send(message);
-    if (isUsedUp)
-        quiet_.start();
-    else
+    if (!isUsedUp)
         spend(Clock::now() - begin, bus);
+    if (message.errorName() == limitsExceeded)
+        quiet_.start();
 }
 
 } // namespace tessary

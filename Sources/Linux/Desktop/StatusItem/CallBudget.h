@@ -23,9 +23,12 @@ public:
     static CallBudget& shared();
 
     /// Sends what `answer` makes of the call, if a reply is wanted. When the budget is used up
-    /// `answer` is not called and the caller gets the error LimitsExceeded.
+    /// `answer` is not called and the caller gets `refusal`.
     void reply(const QDBusMessage& call, const QDBusConnection& bus,
                const std::function<QDBusMessage()>& answer);
+
+    /// The answer to a call that asks for too much. Memory that it took is given back later.
+    static QDBusMessage refusal(const QDBusMessage& call);
 
 private:
     using Clock = std::chrono::steady_clock;
@@ -40,7 +43,7 @@ private:
     Clock::duration left_; ///< negative after a call that took more than there was
     /// A question to the bus behind our answers. When it is answered, so have they been taken.
     std::optional<QDBusPendingCall> ping_;
-    QTimer quiet_; ///< ends some time after the last call that was refused
+    QTimer quiet_; ///< ends some time after the budget was last exceeded
 };
 
 } // namespace tessary

@@ -7,6 +7,7 @@
 #include <QDBusVariant>
 #include <QVariantMap>
 
+#include <optional>
 #include <utility>
 
 namespace tessary {
@@ -91,6 +92,30 @@ QDBusMessage unknownInterface(const QDBusMessage& call) {
     return call.createErrorReply(QDBusError::UnknownInterface, QStringLiteral("no such interface"));
 }
 
+/// The names of the properties that are asked for; nothing when they are more than make sense.
+std::optional<QStringList> propertyNames(const QDBusMessage& call, int index) {
+    constexpr int most = 100;
+    auto names = call.arguments().at(index).toStringList();
+    return names.size() <= most ? std::optional(std::move(names)) : std::nullopt;
+}
+
+/// The group at `index` of a call whose signature has been checked; nothing when it is larger than
+/// any menu. Reading one may take seconds, and keys would wait.
+template <typename T>
+std::optional<QList<T>> group(const QDBusMessage& call, int index) {
+    constexpr int most = 4096;
+    const auto argument = call.arguments().at(index).value<QDBusArgument>();
+    QList<T> entries;
+    argument.beginArray();
+    while (!argument.atEnd() && entries.size() <= most) {
+        T entry{};
+        argument >> entry;
+        entries.push_back(std::move(entry));
+    }
+    argument.endArray(); // also when there is more: it would keep the message for ever
+    return entries.size() <= most ? std::optional(std::move(entries)) : std::nullopt;
+}
+
 /// The argument at `index` of a call whose signature has been checked.
 template <typename T>
 T argument(const QDBusMessage& call, int index) {
@@ -170,15 +195,22 @@ QDBusMessage DBusMenu::getLayout(const QDBusMessage& call) {
     const MenuEntry* parent = menu_.entry(argument<int>(call, 0));
     if (parent == nullptr)
         return unknownId(call);
-    names_ = argument<QStringList>(call, 2);
+    const auto names = propertyNames(call, 2);
+    if (!names)
+        return CallBudget::refusal(call);
+    names_ = *names;
     const MenuLayout layout{parent, &names_, argument<int>(call, 1)};
     return call.createReply({menu_.revision(), QVariant::fromValue(layout)});
 }
 
 QDBusMessage DBusMenu::getGroupProperties(const QDBusMessage& call) {
-    names_ = argument<QStringList>(call, 1);
+    const auto ids = group<int>(call, 0);
+    const auto names = propertyNames(call, 1);
+    if (!ids || !names)
+        return CallBudget::refusal(call);
+    names_ = *names;
     QList<MenuEntryProperties> properties;
-    for (const MenuEntry* entry : menu_.group(argument<QList<int>>(call, 0)))
+    for (const MenuEntry* entry : menu_.group(*ids))
         properties.push_back({entry, &names_});
     return call.createReply(QVariant::fromValue(properties));
 }
@@ -197,8 +229,9 @@ QDBusMessage DBusMenu::handleEvent(const QDBusMessage& call) {
 }
 
 QDBusMessage DBusMenu::handleEventGroup(const QDBusMessage& call) {
-    return call.createReply(
-        QVariant::fromValue(menu_.handleGroup(argument<QList<MenuEvent>>(call, 0))));
+    const auto events = group<MenuEvent>(call, 0);
+    return events ? call.createReply(QVariant::fromValue(menu_.handleGroup(*events)))
+                  : CallBudget::refusal(call);
 }
 
 QDBusMessage DBusMenu::aboutToShow(const QDBusMessage& call) {
@@ -207,7 +240,10 @@ QDBusMessage DBusMenu::aboutToShow(const QDBusMessage& call) {
 }
 
 QDBusMessage DBusMenu::aboutToShowGroup(const QDBusMessage& call) {
-    const auto [updatesNeeded, unknownIds] = menu_.aboutToShowGroup(argument<QList<int>>(call, 0));
+    const auto ids = group<int>(call, 0);
+    if (!ids)
+        return CallBudget::refusal(call);
+    const auto [updatesNeeded, unknownIds] = menu_.aboutToShowGroup(*ids);
     return call.createReply({QVariant::fromValue(updatesNeeded), QVariant::fromValue(unknownIds)});
 }
 
