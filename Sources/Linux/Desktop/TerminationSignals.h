@@ -14,6 +14,7 @@ class TerminationSignals {
 public:
     /// Holds the signals back from now on, for the rest of the process.
     TerminationSignals();
+    ~TerminationSignals() = default;
 
     TerminationSignals(const TerminationSignals&) = delete;
     TerminationSignals& operator=(const TerminationSignals&) = delete;

@@ -63,9 +63,9 @@ constexpr QLatin1String description(R"xml(<interface name="org.kde.StatusNotifie
 
 } // namespace
 
-NotifierItem::NotifierItem(const QDBusConnection& bus, std::shared_ptr<NSStatusItem> item,
+NotifierItem::NotifierItem(QDBusConnection bus, std::shared_ptr<NSStatusItem> item,
                            QString menuPath, std::function<void()> openMenu)
-    : bus_(bus),
+    : bus_(std::move(bus)),
       service_(QStringLiteral("org.kde.StatusNotifierItem-%1-1")
                    .arg(QCoreApplication::applicationPid())),
       item_(std::move(item)),

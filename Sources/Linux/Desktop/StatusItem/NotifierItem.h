@@ -18,7 +18,7 @@ class NotifierItem : public QDBusVirtualObject {
 public:
     /// Appears on the bus, where nobody shows it yet. `openMenu` is called where a host leaves the
     /// menu to us.
-    NotifierItem(const QDBusConnection& bus, std::shared_ptr<NSStatusItem> item, QString menuPath,
+    NotifierItem(QDBusConnection bus, std::shared_ptr<NSStatusItem> item, QString menuPath,
                  std::function<void()> openMenu);
 
     /// Asks the bus's StatusNotifierWatcher to have the item shown. A refusal is logged.
