@@ -35,6 +35,15 @@ Bus opened(const std::string& address, bool waitsForSocket) {
     return isOpen ? std::move(bus) : nullptr;
 }
 
+/// Whether the bus answers a question, too, now that it has let us in.
+BusAnswer answerAfterGreeting(sd_bus* bus, microseconds limit) {
+    if (limit != forever)
+        sd_bus_set_method_call_timeout(bus, static_cast<std::uint64_t>(limit.count()));
+    const int result = sd_bus_call_method(bus, "org.freedesktop.DBus", "/org/freedesktop/DBus",
+                                          "org.freedesktop.DBus", "GetId", nullptr, nullptr, "");
+    return result >= 0 ? BusAnswer::given : BusAnswer::silence;
+}
+
 BusAnswer ask(const std::string& address, microseconds limit, bool waitsForSocket) {
     const Bus bus = opened(address, waitsForSocket);
     if (bus == nullptr)
@@ -54,7 +63,7 @@ BusAnswer ask(const std::string& address, microseconds limit, bool waitsForSocke
         if (result < 0 && result != -EINTR)
             return BusAnswer::none;
     }
-    return sd_bus_is_ready(bus.get()) > 0 ? BusAnswer::given : BusAnswer::none;
+    return sd_bus_is_ready(bus.get()) > 0 ? answerAfterGreeting(bus.get(), limit) : BusAnswer::none;
 }
 
 } // namespace

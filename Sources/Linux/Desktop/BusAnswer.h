@@ -7,13 +7,13 @@
 namespace tessary {
 
 enum class BusAnswer {
-    given,  ///< it greets its clients
+    given,  ///< it lets clients in and answers them
     none,   ///< nobody listens at the address
     silence ///< somebody listens and says nothing
 };
 
-/// Opens a connection to the bus at this D-Bus address and closes it again. Waits for its greeting
-/// at most as long as `limit` says.
+/// Opens a connection to the bus at this D-Bus address and closes it again. Waits for the bus
+/// to let us in, and for its answer then, at most as long as `limit` says for each.
 BusAnswer askBus(const std::string& address, std::chrono::microseconds limit);
 
 /// Sleeps until a bus answers at this address. Looks once a second as many times as `looks` says;
