@@ -6,9 +6,7 @@
 
 #include <QByteArray>
 
-#include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -89,38 +87,6 @@ bool isDamage(int status) {
     return status == SQLITE_CORRUPT || status == SQLITE_NOTADB || status == SQLITE_ERROR;
 }
 
-SettingsFile::~SettingsFile() {
-    if (descriptor_ >= 0)
-        ::close(descriptor_);
-}
-
-FileMark SettingsFile::mark() {
-    struct stat status {};
-    if (::stat(path_.c_str(), &status) != 0)
-        return {.error = errno};
-    FileMark mark{.device = status.st_dev,
-                  .inode = status.st_ino,
-                  .size = status.st_size,
-                  .changed =
-                      status.st_ctim.tv_sec * std::int64_t{1'000'000'000} + status.st_ctim.tv_nsec};
-    if (!S_ISREG(status.st_mode))
-        return mark;
-    if (const Identity identity{mark.device, mark.inode}; watched_ != identity)
-        watch(identity);
-    constexpr off_t place = 24; // https://www.sqlite.org/fileformat.html, "File change counter"
-    if (::pread(descriptor_, mark.counter.data(), mark.counter.size(), place) < 0)
-        mark.counter = {}; // the rest of the mark says nearly as much
-    return mark;
-}
-
-/// Not while a connection is open: closing a descriptor ends the locks of the whole process.
-void SettingsFile::watch(const Identity& identity) {
-    if (descriptor_ >= 0)
-        ::close(descriptor_);
-    descriptor_ = ::open(path_.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
-    watched_ = identity;
-}
-
 int SettingsFile::read(Rows& rows) {
     struct stat status {};
     if (::lstat(path_.c_str(), &status) != 0 && errno == ENOENT) { // not: a link that leads nowhere
@@ -170,22 +136,21 @@ int SettingsFile::update(const Decision& decide) {
         return status;
     if (const int status = connection.runScript("COMMIT"); status != SQLITE_OK)
         return status;
-    return identity() == opened_ ? SQLITE_OK : SQLITE_BUSY; // what was written may have gone away
+    // Another file may have taken the place meanwhile, without what was written.
+    return look_.identity() == opened_ ? SQLITE_OK : SQLITE_BUSY;
 }
 
 int SettingsFile::open(SqlConnection& connection) {
-    opened_ = identity();
-    if (opened_ && watched_ != opened_)
-        watch(*opened_);
+    opened_ = look_.identity();
     const fs::path file = realName(path_);
     if (!opened_ || !areCompanionsFiles(file))
         return SQLITE_CANTOPEN;
+    const bool hasLog = this->hasLog(file);
     if (const int status = connection.open(path_.string(), SQLITE_OPEN_READWRITE);
         status != SQLITE_OK)
         return status;
     if (const int status = connection.runScript(settings); status != SQLITE_OK)
         return status;
-    const bool hasLog = this->hasLog(file);
     // Alone with the file, SQLite needs no index of the log in shared memory.
     if (hasLog)
         connection.runScript("PRAGMA locking_mode = EXCLUSIVE");
@@ -196,30 +161,20 @@ int SettingsFile::open(SqlConnection& connection) {
 }
 
 /// Whether there is a write-ahead log, or the file's header says that there may be one.
-bool SettingsFile::hasLog(const fs::path& file) const {
-    constexpr off_t place =
-        18; // https://www.sqlite.org/fileformat.html, "File format version numbers"
+bool SettingsFile::hasLog(const fs::path& file) {
     constexpr std::uint8_t withLog = 2;
-    std::array<std::uint8_t, 2> versions{}; // of writing and of reading
-    const bool isRead = ::pread(descriptor_, versions.data(), versions.size(), place) > 0;
-    return (isRead && std::ranges::find(versions, withLog) != versions.end()) ||
+    const auto versions = look_.formatVersions();
+    return std::ranges::find(versions, withLog) != versions.end() ||
            companionType(file, "-wal") != fs::file_type::not_found;
 }
 
 bool SettingsFile::setAside() {
-    if (identity() != opened_)
+    if (look_.identity() != opened_)
         return true;
     const auto name = setDatabaseAside(path_);
     if (name)
         NSLog("tessary: the settings file was damaged and is now " + name->string());
     return name.has_value();
-}
-
-std::optional<SettingsFile::Identity> SettingsFile::identity() const {
-    struct stat status {};
-    if (::stat(path_.c_str(), &status) != 0 || !S_ISREG(status.st_mode))
-        return std::nullopt;
-    return Identity(status.st_dev, status.st_ino);
 }
 
 } // namespace tessary

@@ -1,31 +1,14 @@
 // The settings file on disk, and what can be wrong with it.
 #pragma once
 
+#include "Linux/Store/FileLook.h"
 #include "Linux/Store/Tables.h"
 
-#include <sys/types.h>
-
-#include <array>
-#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <optional>
-#include <utility>
 
 namespace tessary {
-
-/// What tells by a look at a file whether anybody has written since; also whether another file has
-/// taken its place, and whether it can be looked at at all.
-struct FileMark {
-    int error = 0; ///< the `errno` of looking
-    dev_t device = 0;
-    ino_t inode = 0;
-    off_t size = 0;
-    std::int64_t changed = 0; ///< nanoseconds; the status change, which `cp -p` cannot set back
-    std::array<std::uint8_t, 4> counter{}; ///< SQLite's own, which each transaction changes
-
-    bool operator==(const FileMark&) const = default;
-};
 
 /// Whether an answer means that the file has to be set aside.
 bool isDamage(int status);
@@ -38,13 +21,12 @@ bool isDamage(int status);
 /// write-ahead log, as earlier versions left it, loses the log at opening, without a loss.
 class SettingsFile {
 public:
-    explicit SettingsFile(std::filesystem::path path) : path_(std::move(path)) {}
-    ~SettingsFile();
+    explicit SettingsFile(const std::filesystem::path& path) : path_(path), look_(path) {}
 
     const std::filesystem::path& path() const { return path_; }
 
     /// The present mark, by two system calls.
-    FileMark mark();
+    FileMark mark() { return look_.mark(); }
 
     /// Replaces `rows` by all that is in the file. None where there is no file. A file that another
     /// process has locked is read past the lock, unless that process is in the middle of a write.
@@ -62,22 +44,14 @@ public:
     /// from its place, by our doing or by another process's.
     bool setAside();
 
-    SettingsFile(const SettingsFile&) = delete;
-    SettingsFile& operator=(const SettingsFile&) = delete;
-
 private:
-    using Identity = std::pair<dev_t, ino_t>;
-
-    std::optional<Identity> identity() const;
-    void watch(const Identity& identity);
     int open(SqlConnection& connection);
-    bool hasLog(const std::filesystem::path& file) const;
+    bool hasLog(const std::filesystem::path& file);
     bool readPastLocks(Rows& rows) const;
 
     std::filesystem::path path_;
-    std::optional<Identity> opened_;  ///< the file that was opened last
-    std::optional<Identity> watched_; ///< what `descriptor_` is open on
-    int descriptor_ = -1;             ///< to read the counter by
+    FileLook look_;
+    std::optional<FileIdentity> opened_; ///< the file that was opened last
 };
 
 } // namespace tessary

@@ -1,0 +1,59 @@
+// What can be said of an SQLite file without opening it as a database.
+#pragma once
+
+#include <sys/types.h>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <utility>
+
+namespace tessary {
+
+using FileIdentity = std::pair<dev_t, ino_t>;
+
+/// What tells by a look at a file whether anybody has written since; also whether another file has
+/// taken its place, and whether it can be looked at at all.
+struct FileMark {
+    int error = 0; ///< the `errno` of looking
+    dev_t device = 0;
+    ino_t inode = 0;
+    off_t size = 0;
+    std::int64_t changed = 0; ///< nanoseconds; the status change, which `cp -p` cannot set back
+    std::array<std::uint8_t, 4> counter{}; ///< SQLite's own, which each transaction changes
+
+    bool operator==(const FileMark&) const = default;
+};
+
+/// Looks at the file that stands under a name. Not to be used while a connection to the file is
+/// open in this process: closing a descriptor ends the locks of the whole process.
+class FileLook {
+public:
+    explicit FileLook(std::filesystem::path path) : path_(std::move(path)) {}
+    ~FileLook();
+
+    /// By two system calls, unless another file has taken the place.
+    FileMark mark();
+
+    /// The regular file that is there; nothing where there is none.
+    std::optional<FileIdentity> identity() const;
+
+    /// The file format versions of the header, of writing and of reading; zeros where there is
+    /// none.
+    std::array<std::uint8_t, 2> formatVersions();
+
+    FileLook(const FileLook&) = delete;
+    FileLook& operator=(const FileLook&) = delete;
+
+private:
+    template <std::size_t size>
+    std::array<std::uint8_t, size> bytes(const FileIdentity& identity, off_t place);
+
+    std::filesystem::path path_;
+    std::optional<FileIdentity> opened_; ///< what the descriptor is open on
+    int descriptor_ = -1;
+};
+
+} // namespace tessary
