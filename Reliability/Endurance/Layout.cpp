@@ -79,7 +79,8 @@ std::optional<std::string> faultOfArrangement(const Layout& before, const Layout
         if (!std::ranges::includes(groupAfter, group))
             return "what touched touches no more: " + name;
     }
-    if (before.screens.size() == 2 && sideOfSecond(before) != sideOfSecond(after))
+    if (before.screens.size() == 2 && sideOfSecond(before) != ' ' &&
+        sideOfSecond(before) != sideOfSecond(after))
         return "the neighbour changed sides";
     return std::nullopt;
 }
