@@ -87,9 +87,16 @@ TEST_F(Life, ANewSessionGetsThePermanentModesBackButNotWhereSomebodyElseChoseSin
     server_.xrandr({"--output", "DUMMY1", "--mode", "2048x1536", "--right-of", "DUMMY0"});
     expected["DUMMY1"] = "2560x1440+1920+0 60.00 Hz";
     ASSERT_EQ(layoutOnce(expected), expected);
-    server_.xrandr({"--output", "DUMMY1", "--mode", "1280x720_60"});
-    press(keys::f14, 640, "1920x1080+0+0 59.96 Hz", "1280x720+1920+0 60.00 Hz");
-    press(keys::f15, 640, "2560x1440+0+0 60.00 Hz", "1280x720+2560+0 60.00 Hz");
+    // The same before anybody could look.
+    tessary.signal(SIGSTOP);
+    server_.xrandr({"--output", "DUMMY1", "--off"});
+    server_.xrandr({"--output", "DUMMY1", "--mode", "2048x1536", "--right-of", "DUMMY0"});
+    tessary.signal(SIGCONT);
+    ASSERT_EQ(layoutOnce(expected), expected);
+    // Whoever makes the screen smaller turns a display off, too, for a moment.
+    server_.xrandr({"--output", "DUMMY1", "--mode", "2048x1536"});
+    press(keys::f14, 640, "1920x1080+0+0 59.96 Hz", "2048x1536+1920+0 60.00 Hz");
+    press(keys::f15, 640, "2560x1440+0+0 60.00 Hz", "2048x1536+2560+0 60.00 Hz");
     server_.stop();
     EXPECT_EQ(tessary.wait(), 1) << "an X server that ends, ends the program";
 

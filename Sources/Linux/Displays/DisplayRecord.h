@@ -26,7 +26,8 @@ struct ModeRecord {
 /// One active display.
 struct DisplayRecord {
     CGDirectDisplayID id = 0;
-    std::string connector; ///< "HDMI-1"
+    std::uint32_t absences = 0; ///< how often a display was gone from here, as far as we know
+    std::string connector;      ///< "HDMI-1"
     std::uint32_t vendor = 0;
     std::uint32_t model = 0;
     std::uint32_t serial = 0;
@@ -44,6 +45,9 @@ using DisplayRecords = std::vector<DisplayRecord>;
 
 /// The record with this identifier; null when there is none.
 const DisplayRecord* findDisplay(const DisplayRecords& displays, CGDirectDisplayID id);
+
+/// Whether the display has been there all the time, and is not another one on the same connector.
+bool isSameDisplay(const DisplayRecord& left, const DisplayRecord& right);
 
 /// The displays of which anything differs between the two, those that came or went included: first
 /// those of `after` in its order, then those that went.

@@ -30,35 +30,68 @@ const ModeRecord* preferredMode(const DisplayRecord& display) {
     return display.modes.empty() ? nullptr : &display.modes.front();
 }
 
-std::optional<Row> keptMode(Database& database, const DisplayRecord& display) {
-    return database.row(Table::permanentModes, keyOf(display));
-}
-
-} // namespace
-
+/// Whether the two are the same to whoever chose one: turning a display, or another number for the
+/// same timing, is no choice of a mode.
 bool isSameChoice(const std::optional<ModeRecord>& left, const std::optional<ModeRecord>& right) {
     if (!left || !right)
         return left.has_value() == right.has_value();
     return modeOf(*left) == modeOf(*right);
 }
 
+/// A row's values: the mode, and whether it is suspended.
+Row rowOf(Row mode, bool isSuspended) {
+    mode.emplace_back(std::int64_t{isSuspended});
+    return mode;
+}
+
+} // namespace
+
 void PermanentModes::remember(const DisplayRecord& display) {
     if (display.current)
-        database_.put(Table::permanentModes, keyOf(display), modeOf(*display.current));
+        database_.put(Table::permanentModes, keyOf(display),
+                      rowOf(modeOf(*display.current), false));
 }
 
-void PermanentModes::forget(const DisplayRecord& display) {
-    database_.remove(Table::permanentModes, keyOf(display));
+void PermanentModes::follow(const DisplayRecords& before, const DisplayRecords& after) {
+    for (const DisplayRecord& display : after) {
+        const DisplayRecord* old = findDisplay(before, display.id);
+        const bool wasThere = old != nullptr && isSameDisplay(*old, display);
+        if (!display.current || (wasThere && isSameChoice(old->current, display.current)))
+            continue;
+        auto kept = database_.row(Table::permanentModes, keyOf(display));
+        if (!kept)
+            continue;
+        kept->pop_back();
+        const bool isKept = *kept == modeOf(*display.current);
+        if (isKept || wasThere)
+            database_.put(Table::permanentModes, keyOf(display), rowOf(*kept, !isKept));
+    }
 }
 
-std::optional<ModeChange> PermanentModes::due(const DisplayRecord& display) const {
-    const auto kept = keptMode(database_, display);
-    const ModeRecord* preferred = preferredMode(display);
-    if (!kept || preferred == nullptr || !display.current || display.current->id != preferred->id)
+std::vector<ModeChange> PermanentModes::due(const DisplayRecords& before,
+                                            const DisplayRecords& now) const {
+    std::vector<ModeChange> changes;
+    for (const DisplayRecord& display : now)
+        if (const auto change = due(display, findDisplay(before, display.id)))
+            changes.push_back(*change);
+    return changes;
+}
+
+std::optional<ModeChange> PermanentModes::due(const DisplayRecord& display,
+                                              const DisplayRecord* before) const {
+    if (!display.current || (before != nullptr && isSameDisplay(*before, display)))
         return std::nullopt;
-    const auto mode = std::ranges::find_if(
-        display.modes, [&](const ModeRecord& candidate) { return modeOf(candidate) == *kept; });
-    if (mode == display.modes.end() || mode->id == preferred->id)
+    const ModeRecord* preferred = preferredMode(display);
+    const bool isPreferred = preferred != nullptr && display.current->id == preferred->id;
+    const bool isInherited = before != nullptr && before->absences == display.absences &&
+                             isSameChoice(before->current, display.current);
+    const auto kept = database_.row(Table::permanentModes, keyOf(display));
+    if (!kept || (!isPreferred && !isInherited))
+        return std::nullopt;
+    const auto mode = std::ranges::find_if(display.modes, [&](const ModeRecord& candidate) {
+        return rowOf(modeOf(candidate), false) == *kept;
+    });
+    if (mode == display.modes.end() || mode->id == display.current->id)
         return std::nullopt;
     return ModeChange{display.id, mode->id};
 }

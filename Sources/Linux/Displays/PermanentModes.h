@@ -11,10 +11,6 @@ namespace tessary {
 
 class Database;
 
-/// Whether the two are the same to whoever chose one: turning a display, or another number for the
-/// same timing, is no choice of a mode.
-bool isSameChoice(const std::optional<ModeRecord>& left, const std::optional<ModeRecord>& right);
-
 /// The last permanently chosen mode of each display on each connector. An X server forgets it at
 /// log-out, and desktops restore only what their own settings wrote.
 class PermanentModes {
@@ -22,18 +18,21 @@ public:
     /// Lives no longer than the database.
     explicit PermanentModes(Database& database) : database_(database) {}
 
-    /// Keeps what the display shows now. Writes only when it differs from what is kept.
+    /// Keeps what the display shows now.
     void remember(const DisplayRecord& display);
 
-    /// Somebody else chose another mode: the newest decision wins.
-    void forget(const DisplayRecord& display);
+    /// Takes notice of what others made of the displays. The newest decision wins: where somebody
+    /// chose another mode, what is kept counts for nothing until it returns.
+    void follow(const DisplayRecords& before, const DisplayRecords& after);
 
-    /// What to switch the display to. Nothing when no mode is kept, when the display no longer
-    /// offers it, or when the display does not stand at its preferred mode, which is somebody's
-    /// choice.
-    std::optional<ModeChange> due(const DisplayRecord& display) const;
+    /// What to switch those displays to that came since `before`. Nobody chose what they show when
+    /// that is their preferred mode, or the mode of the display before on the same connector; for
+    /// others, and where the display no longer offers what is kept, there is nothing.
+    std::vector<ModeChange> due(const DisplayRecords& before, const DisplayRecords& now) const;
 
 private:
+    std::optional<ModeChange> due(const DisplayRecord& display, const DisplayRecord* before) const;
+
     Database& database_;
 };
 

@@ -36,7 +36,8 @@ const std::array<Description, tableCount>& descriptions() {
          {{"width", "INTEGER"},
           {"height", "INTEGER"},
           {"millihertz", "INTEGER"},
-          {"flags", "INTEGER"}}},
+          {"flags", "INTEGER"},
+          {"suspended", "INTEGER", "0"}}},
         {Table::updateSettings, "update_settings", {{"key", "TEXT"}}, {{"value", ""}}},
     }};
     return all;

@@ -14,7 +14,8 @@ namespace tessary {
 /// A row is known by its key, the values of the table's first columns:
 ///
 ///     defaults(key | value)
-///     permanent_modes(vendor, model, serial, connector | width, height, millihertz, flags)
+///     permanent_modes(vendor, model, serial, connector |
+///                     width, height, millihertz, flags, suspended)
 ///     update_settings(key | value)
 enum class Table : std::size_t { defaults, permanentModes, updateSettings };
 

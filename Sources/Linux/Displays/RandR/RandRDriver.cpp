@@ -65,11 +65,13 @@ void RandRDriver::note(const xcb_generic_event_t& event) {
         const auto& change = reinterpret_cast<const xcb_randr_screen_change_notify_event_t&>(event);
         const bool turned = isTurned(change.rotation); // the event turns with the first CRTC
         const PixelSize size = unturned({change.width, change.height}, turned);
+        absences_.noteScreen(size);
         const auto density = densityOf(size, unturned({change.mwidth, change.mheight}, turned));
         if (density)
             density_ = *density;
         isStale_ = true;
     } else if (type == firstEvent_ + XCB_RANDR_NOTIFY) {
+        absences_.note(reinterpret_cast<const xcb_randr_notify_event_t&>(event));
         isStale_ = true;
     }
 }
@@ -89,19 +91,26 @@ bool RandRDriver::reread() {
     auto configuration = readConfiguration(connection_);
     if (!configuration)
         return false;
+    connection_.drain(); // first: events tell which displays were gone in between
     see(std::move(*configuration));
-    connection_.drain();
     return true;
 }
 
 void RandRDriver::see(Configuration configuration) {
-    const DisplayRecords before = std::exchange(displays_, displaysOf(configuration));
+    const DisplayRecords before = displays_;
+    show(std::move(configuration));
+    for (const DisplayRecord& display : before)
+        if (findDisplay(displays_, display.id) == nullptr)
+            absences_.add(display.id);
+    permanentModes_.follow(before, displays_); // our own switches are in the picture already
+}
+
+void RandRDriver::show(Configuration configuration) {
     configuration_ = std::move(configuration);
+    displays_ = displaysOf(configuration_);
+    for (DisplayRecord& display : displays_)
+        display.absences = absences_.count(display.id);
     isUnreported_ = true;
-    for (const DisplayRecord& display : displays_)
-        if (const DisplayRecord* old = findDisplay(before, display.id);
-            old != nullptr && !isSameChoice(old->current, display.current))
-            permanentModes_.forget(display); // our own switches are in the picture already
 }
 
 Outcome RandRDriver::attempt(const std::vector<ModeChange>& changes) {
@@ -113,11 +122,8 @@ Outcome RandRDriver::attempt(const std::vector<ModeChange>& changes) {
         if (const auto moved = plannedPointer(*before, configuration_, *after))
             pointer = {*before, *moved};
     const Outcome outcome = carryOut(connection_, {configuration_, *after, pointer}, density_);
-    if (outcome == Outcome::done) {
-        configuration_ = *after;
-        displays_ = displaysOf(configuration_);
-        isUnreported_ = true;
-    }
+    if (outcome == Outcome::done)
+        show(*after);
     return outcome;
 }
 
@@ -149,18 +155,20 @@ bool RandRDriver::apply(const std::vector<ModeChange>& changes, Permanence perma
     return true;
 }
 
-void RandRDriver::restore(const DisplayRecord& display) {
-    const auto change = permanentModes_.due(display);
-    if (change && !apply({*change}, Permanence::untilLogOut))
-        NSLog("tessary: " + display.connector + " refused its permanent mode");
+/// Gives the displays that came since `before` their permanent modes.
+void RandRDriver::restore(const DisplayRecords& before) {
+    const DisplayRecords displays = displays_; // restoring one changes the list
+    for (const ModeChange& change : permanentModes_.due(before, displays))
+        if (!apply({change}, Permanence::untilLogOut))
+            NSLog("tessary: " + findDisplay(displays, change.display)->connector +
+                  " refused its permanent mode");
 }
 
 void RandRDriver::restorePermanentModes() {
+    permanentModes_.follow({}, displays_);
     if (!claimSession())
         return;
-    const DisplayRecords displays = displays_; // restoring one changes the list
-    for (const DisplayRecord& display : displays)
-        restore(display);
+    restore({});
     reports_.skip(displays_);
     isUnreported_ = false;
 }
@@ -189,10 +197,7 @@ void RandRDriver::deliver() {
     refresh();
     if (!std::exchange(isUnreported_, false))
         return;
-    const DisplayRecords displays = displays_;
-    for (const DisplayRecord& display : displays)
-        if (findDisplay(reports_.told(), display.id) == nullptr)
-            restore(display);
+    restore(reports_.told());
     reports_.deliver(displays_);
 }
 

@@ -3,6 +3,7 @@
 #include "Linux/Displays/DisplayDriver.h"
 #include "Linux/Displays/DisplayReports.h"
 #include "Linux/Displays/PermanentModes.h"
+#include "Linux/Displays/RandR/Absences.h"
 #include "Linux/Displays/RandR/Configuration.h"
 #include "Linux/Displays/RandR/Transaction.h"
 #include "Linux/X11/XConnection.h"
@@ -38,10 +39,11 @@ private:
 
     void refresh();
     void see(Configuration configuration);
+    void show(Configuration configuration);
     bool reread();
     bool isNewsAfterRefusal(Outcome outcome);
     Outcome attempt(const std::vector<ModeChange>& changes);
-    void restore(const DisplayRecord& display);
+    void restore(const DisplayRecords& before);
     bool claimSession();
 
     XConnection& connection_;
@@ -49,6 +51,7 @@ private:
     std::uint8_t firstEvent_ = 0; ///< RandR's, as the server numbers its events
     Density density_;
     Configuration configuration_;
+    Absences absences_;
     DisplayRecords displays_;   ///< what configuration_ means
     bool isStale_ = false;      ///< something changed since configuration_ was read
     bool isUnreported_ = false; ///< displays_ may differ from what was reported

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "Linux/Displays/Geometry.h"
+
+#include <cstdint>
+#include <map>
+
+#include <xcb/randr.h>
+
+namespace tessary {
+
+/// How often each output was gone: its display unplugged, or turned off. Events tell it also where
+/// a look at the displays comes too late, when all is as it was.
+class Absences {
+public:
+    void note(const xcb_randr_notify_event_t& event);
+    void noteScreen(PixelSize size);
+
+    /// The output was seen without its display.
+    void add(xcb_randr_output_t output) { ++counts_[output]; }
+
+    std::uint32_t count(xcb_randr_output_t output) const;
+
+private:
+    struct Dark {
+        std::uint16_t sequence = 0; ///< of our last request that the server had handled
+        unsigned screenSizes = 0;
+    };
+
+    std::map<xcb_randr_output_t, std::uint32_t> counts_;
+    std::map<xcb_randr_output_t, Dark> dark_; ///< the outputs that show nothing, since when
+    PixelSize screen_;
+    unsigned screenSizes_ = 0; ///< how many the screen has had
+};
+
+} // namespace tessary
