@@ -289,8 +289,10 @@ TEST_F(DBusMenuTest, AnswersOnTheBusInTheProtocolsTypes) {
     QList<QDBusPendingCall> flood;
     for (int call = 0; call < 4000; ++call)
         flood.push_back(host.asyncCall(question));
-    while (!flood.last().isFinished())
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    const QDBusPendingCallWatcher last(flood.last());
+    QEventLoop loop;
+    QObject::connect(&last, &QDBusPendingCallWatcher::finished, &loop, &QEventLoop::quit);
+    loop.exec();
     EXPECT_FALSE(flood.first().isError());
     EXPECT_GT(std::ranges::count_if(flood, &QDBusPendingCall::isError), 0) << "too much at once";
     QDBusConnection::disconnectFromPeer(QStringLiteral("host"));

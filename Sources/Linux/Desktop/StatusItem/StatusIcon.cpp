@@ -53,7 +53,8 @@ void StatusIcon::askForWatcher() {
         return;
     const auto question =
         callOfBus(QStringLiteral("NameHasOwner"), {NotifierItem::watcherService()});
-    auto* call = new QDBusPendingCallWatcher(bus_->asyncCall(question), this);
+    // The watcher's: an answer of a bus that has ended would be taken for the next one's.
+    auto* call = new QDBusPendingCallWatcher(bus_->asyncCall(question), watcher_.get());
     connect(call, &QDBusPendingCallWatcher::finished, this, [this, call] {
         const QDBusPendingReply<bool> reply = *call;
         call->deleteLater();
