@@ -118,6 +118,7 @@ TEST_F(Preferences, RecordAShortcutThatWorksAtOnceInsteadOfTheOldOne) {
     EXPECT_EQ(server_.layout(), expected) << "the press that was recorded is no other one";
     recordTwoWithoutRelease();
     client_.release(keys::f15);
+    ASSERT_TRUE(client_.waitUntil([this] { return client_.isKeyboardFree(); }));
     client_.movePointer(1000, 300);
     client_.tap(keys::f15);
     const Layout switched{{"DUMMY0", "2560x1440+0+0 60.00 Hz"},

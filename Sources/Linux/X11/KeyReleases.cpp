@@ -39,7 +39,8 @@ bool KeyReleases::select(bool wanted) {
     if (wanted)
         mask.events = XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE;
     xcb_input_xi_select_events(connection_.get(), connection_.root(), 1, &mask.head);
-    xcb_flush(connection_.get());
+    if (!wanted)
+        xcb_flush(connection_.get());
     return true;
 }
 

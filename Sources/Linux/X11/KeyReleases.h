@@ -15,7 +15,8 @@ class KeyReleases {
 public:
     explicit KeyReleases(const XConnection& connection) : connection_(connection) {}
 
-    /// Whether the events come. False when they are wanted and the server does not have them.
+    /// Whether the events come. False when they are wanted and the server does not have them. The
+    /// request to send them goes out with the caller's next one, so that nothing comes in between.
     bool select(bool wanted);
 
     /// The key of such an event.

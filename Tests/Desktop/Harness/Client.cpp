@@ -158,6 +158,15 @@ void Client::click() const {
     fake(XCB_BUTTON_RELEASE, XCB_BUTTON_INDEX_1);
 }
 
+bool Client::isKeyboardFree() const {
+    const auto grab = reply(connection(),
+                            xcb_grab_keyboard(connection(), 0, root_, XCB_CURRENT_TIME,
+                                              XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
+                            xcb_grab_keyboard_reply);
+    xcb_ungrab_keyboard(connection(), XCB_CURRENT_TIME);
+    return grab->status == XCB_GRAB_STATUS_SUCCESS;
+}
+
 bool Client::isGrabbed(std::uint8_t key, std::uint16_t modifiers) const {
     // Under a server grab, so that this is never in the way of somebody who takes the key now.
     xcb_grab_server(connection());

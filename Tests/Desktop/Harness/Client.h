@@ -74,6 +74,9 @@ public:
     /// Clicks with the first button of a mouse.
     void click() const;
 
+    /// Whether nobody holds the whole keyboard.
+    bool isKeyboardFree() const;
+
     /// Whether another program has taken this key with these modifiers.
     bool isGrabbed(std::uint8_t key, std::uint16_t modifiers = 0) const;
 
