@@ -73,9 +73,10 @@ TEST_F(KeyPress, OfASecondKeyCountsWhileItMeansItselfAndNobodyElseHasIt) {
     const auto isScrollLockOurs = [this] { return client_.isGrabbed(keys::scrollLock); };
     xcb_grab_key(client_.connection(), 0, client_.root(), XCB_MOD_MASK_ANY, keys::pause,
                  XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    xcb_flush(client_.connection());
     server_.setKeymap({"-option", "compose:sclk"});
     ChildProcess tessary(program());
-    ASSERT_TRUE(client_.waitUntil([this] { return client_.isGrabbed(keys::f15); }));
+    ASSERT_TRUE(tessary.waitForLine("tessary: Pause is taken by another program; .*"));
     EXPECT_FALSE(isScrollLockOurs()) << "it composes characters";
     xcb_ungrab_key(client_.connection(), keys::pause, client_.root(), XCB_MOD_MASK_ANY);
     xcb_flush(client_.connection());
