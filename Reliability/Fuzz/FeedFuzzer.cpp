@@ -11,8 +11,9 @@ namespace {
 
 using namespace tessary::updates;
 
+constexpr qsizetype signatureLength = 64;
+
 void holdItem(const UpdateItem& item) {
-    constexpr qsizetype signatureLength = 64;
     constexpr qsizetype mostLetters = 20'000;
     fuzz::hold(item.length > 0, "a package has a length");
     fuzz::hold(item.signature.size() == signatureLength, "a package has a whole signature");
@@ -36,11 +37,29 @@ void holdChoice(const std::vector<UpdateItem>& items, const System& system) {
                "what is offered is for this system");
 }
 
+QByteArray itemSignedBy(const QByteArray& signature) {
+    return "<item><t:version>1." + QByteArray::number(signature.size()) +
+           "</t:version><enclosure url=\"https://example.org/p.deb\" length=\"7\" t:signature=\"" +
+           signature.toBase64() + "\"/></item>";
+}
+
+/// Random bytes nearly never become a signature that is just too long or too short.
+void holdSignatures(const QByteArray& bytes) {
+    QByteArray feed = "<rss xmlns:t=\"urn:x-tessary:updates\"><channel>";
+    for (const auto length : {signatureLength - 1, signatureLength, signatureLength + 1})
+        feed += itemSignedBy(bytes.leftJustified(length, ' ', true));
+    const auto items = itemsOf(feed + "</channel></rss>");
+    fuzz::hold(items && items->size() == 1, "the item with a whole signature is kept, no other");
+    fuzz::hold(items->front().signature == bytes.leftJustified(signatureLength, ' ', true),
+               "a signature is kept as it is");
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
-    const auto items =
-        itemsOf(QByteArray(reinterpret_cast<const char*>(bytes), static_cast<qsizetype>(size)));
+    const QByteArray feed(reinterpret_cast<const char*>(bytes), static_cast<qsizetype>(size));
+    holdSignatures(feed);
+    const auto items = itemsOf(feed);
     if (!items)
         return 0;
     for (const UpdateItem& item : *items)
