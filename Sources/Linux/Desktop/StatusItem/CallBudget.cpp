@@ -74,8 +74,7 @@ void CallBudget::reply(const QDBusMessage& call, const QDBusConnection& bus,
         bus.send(message);
     if (!isUsedUp)
         spend(Clock::now() - begin, bus);
-    if (message.errorName() == limitsExceeded)
-        quiet_.start();
+    quiet_.start(); // also after calls that cost too little to be refused: their queue is as long
 }
 
 } // namespace tessary

@@ -43,7 +43,7 @@ private:
     Clock::duration left_; ///< negative after a call that took more than there was
     /// A question to the bus behind our answers. When it is answered, so have they been taken.
     std::optional<QDBusPendingCall> ping_;
-    QTimer quiet_; ///< ends some time after the budget was last exceeded
+    QTimer quiet_; ///< ends some time after the last call
 };
 
 } // namespace tessary
