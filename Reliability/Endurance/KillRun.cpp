@@ -41,7 +41,11 @@ bool worksNow(Desktop& desktop, const Home& home, const Displays& displays) {
     ChildProcess process(program(home, desktop.server, desktop.bus));
     if (!isReady(desktop.client))
         return false;
-    const bool isSmall = displays.layout().screens.at("DUMMY0").size == Size{1920, 1080};
+    const Layout layout = displays.layout();
+    const auto display = layout.screens.find("DUMMY0");
+    if (display == layout.screens.end())
+        return false;
+    const bool isSmall = display->second.size == Size{1920, 1080};
     const bool switches = endurance::press(desktop.client, isSmall ? f15 : f14) >= 0 &&
                           endurance::press(desktop.client, isSmall ? f14 : f15) >= 0;
     process.signal(SIGTERM);
@@ -53,6 +57,7 @@ bool worksNow(Desktop& desktop, const Home& home, const Displays& displays) {
 void runKills(Choice& choice, int count, Report& report) {
     Desktop desktop;
     const Displays displays(desktop.client);
+    const Layout first = displays.layout();
     auto home = std::make_unique<Home>();
     for (int round = 0; round < count; ++round) {
         if (choice.happens(40))
@@ -62,6 +67,8 @@ void runKills(Choice& choice, int count, Report& report) {
         report.check("after a kill the settings are whole", !fault, fault.value_or(""));
         const Layout layout = displays.layout();
         report.check("after a kill no display is dark", layout.screens.size() == 2, text(layout));
+        if (layout.screens.size() < 2)
+            displays.apply(first);
         report.check("after a kill the next start works", worksNow(desktop, *home, displays));
     }
     report.finish();

@@ -18,13 +18,25 @@ bool isReady(Client& client) {
     return client.waitUntil([&] { return client.isGrabbed(f14) && client.isGrabbed(f15); });
 }
 
-long memoryOf(const ChildProcess& process) {
-    const std::string name = "RssAnon:";
+namespace {
+
+/// What the system says of the process under this name.
+std::string statusOf(const ChildProcess& process, const std::string& name) {
     std::ifstream status("/proc/" + std::to_string(process.id()) + "/status");
     for (std::string line; std::getline(status, line);)
-        if (line.starts_with(name))
-            return std::stol(line.substr(name.size()));
+        if (line.starts_with(name + ":\t"))
+            return line.substr(name.size() + 2);
     throw std::runtime_error("the program is gone");
+}
+
+} // namespace
+
+long memoryOf(const ChildProcess& process) {
+    return std::stol(statusOf(process, "RssAnon"));
+}
+
+bool isAsleep(const ChildProcess& process) {
+    return statusOf(process, "State").starts_with('S');
 }
 
 long handlesOf(const ChildProcess& process) {

@@ -31,6 +31,7 @@ TEST_F(KeyPress, SwitchesTheDisplayUnderThePointerAndMovesItsNeighbour) {
     };
     ChildProcess tessary(program());
     ASSERT_TRUE(isReady());
+    const int darkDisplays = client_.darkDisplays();
     for (const Row& row : rows) {
         SCOPED_TRACE(testing::Message() << "key " << int{row.key} << " at " << row.pointer);
         if (row.pointer >= 0)
@@ -40,6 +41,7 @@ TEST_F(KeyPress, SwitchesTheDisplayUnderThePointerAndMovesItsNeighbour) {
         ASSERT_EQ(layoutOnce(expected), expected);
     }
     EXPECT_EQ(client_.bells(), 0);
+    EXPECT_EQ(client_.darkDisplays(), darkDisplays) << "where a kill could leave them";
     tessary.signal(SIGTERM);
     EXPECT_EQ(tessary.wait(), 0);
     EXPECT_EQ(tessary.lines(), Words{noPanel});

@@ -52,13 +52,21 @@ bool Client::waitUntil(const std::function<bool()>& holds) {
 
 void Client::readEvents() {
     while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(connection())}) {
-        if (event->response_type == displayEvent_)
-            ++displayChanges_;
-        else if (event->response_type == bellEvent_)
+        if (event->response_type == displayEvent_) {
+            noteDisplay(reinterpret_cast<const xcb_randr_notify_event_t&>(*event).u.cc);
+        } else if (event->response_type == bellEvent_)
             ++bells_;
     }
     if (xcb_connection_has_error(connection()) != 0)
         throw std::runtime_error("the X server is gone");
+}
+
+void Client::noteDisplay(const xcb_randr_crtc_change_t& change) {
+    ++displayChanges_;
+    if (change.mode != XCB_NONE)
+        litDisplays_.insert(change.crtc);
+    else if (litDisplays_.erase(change.crtc) > 0)
+        ++darkDisplays_;
 }
 
 void Client::check(xcb_void_cookie_t request) const {

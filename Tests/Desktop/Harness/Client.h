@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <set>
 #include <span>
 #include <string>
 
@@ -49,8 +50,10 @@ public:
     /// did within `patience`.
     bool waitUntil(const std::function<bool()>& holds);
 
-    /// How many changes of a display and how many bells `waitUntil` has seen.
+    /// How many changes of a display, of them those that turned off what an earlier one had turned
+    /// on, and how many bells `waitUntil` has seen.
     int displayChanges() const { return displayChanges_; }
+    int darkDisplays() const { return darkDisplays_; }
     int bells() const { return bells_; }
 
     void setEDID(const std::string& output, std::span<const std::uint8_t> bytes) const;
@@ -82,6 +85,7 @@ public:
 
 private:
     void readEvents();
+    void noteDisplay(const xcb_randr_crtc_change_t& change);
     xcb_randr_output_t outputNamed(const std::string& name) const;
     void fake(std::uint8_t event, std::uint8_t detail, int x = 0, int y = 0) const;
     void check(xcb_void_cookie_t request) const;
@@ -91,6 +95,8 @@ private:
     int displayEvent_ = 0;
     int bellEvent_ = 0;
     int displayChanges_ = 0;
+    int darkDisplays_ = 0;
+    std::set<xcb_randr_crtc_t> litDisplays_; ///< in the last event of each
     int bells_ = 0;
 };
 

@@ -122,8 +122,10 @@ Outcome RandRDriver::attempt(const std::vector<ModeChange>& changes) {
         if (const auto moved = plannedPointer(*before, configuration_, *after))
             pointer = {*before, *moved};
     const Outcome outcome = carryOut(connection_, {configuration_, *after, pointer}, density_);
-    if (outcome == Outcome::done)
+    if (outcome == Outcome::done) {
+        absences_.noteScreen(after->screen); // no event tells it
         show(*after);
+    }
     return outcome;
 }
 

@@ -11,18 +11,19 @@ namespace tessary {
 
 namespace {
 
-bool fits(const PixelRect& rect, PixelSize screen) {
-    return rect.right() <= screen.width && rect.bottom() <= screen.height;
+PixelSize roomForBoth(PixelSize one, PixelSize other) {
+    return {std::max(one.width, other.width), std::max(one.height, other.height)};
 }
 
 std::uint32_t millimetres(int pixels, double perMillimetre) {
     return static_cast<std::uint32_t>(std::lround(pixels / perMillimetre));
 }
 
-/// Which CRTCs are turned off before the screen gets its new size.
+/// How the screen gets its new size, which the server refuses while an active CRTC reaches out of
+/// it.
 enum class TurnOff {
-    whatWillNotFit, ///< or the server refuses to shrink the screen
-    whatChanges,    ///< some servers refuse a size under an active CRTC without need
+    nothing,     ///< the screen is as large as before and after until the CRTCs have moved
+    whatChanges, ///< some servers refuse a size under an active CRTC without need
 };
 
 /// The requests of one transition, sent as they are made; the answers are read afterwards.
@@ -36,14 +37,10 @@ public:
     }
 
     void changeScreen(TurnOff turnOff) {
-        for (const CrtcState& crtc : before_.crtcs)
-            if (crtc.mode != XCB_NONE && mustGoOff(crtc, turnOff))
-                turnOffCrtc(crtc.id);
-        if (before_.screen != after_.screen || turnOff == TurnOff::whatChanges)
-            setScreenSize();
-        for (const CrtcState& crtc : after_.crtcs)
-            if (crtc.mode != XCB_NONE && (changes(crtc.id) || wasTurnedOff(crtc.id)))
-                set(crtc);
+        if (turnOff == TurnOff::nothing)
+            changeWithoutDarkness();
+        else
+            changeFromDarkness();
     }
 
     void movePointer(const Transition& transition) {
@@ -75,6 +72,33 @@ public:
     bool screenWasRefused() const { return screenWasRefused_; }
 
 private:
+    void changeWithoutDarkness() {
+        const PixelSize room = roomForBoth(before_.screen, after_.screen);
+        if (room != before_.screen)
+            setScreenSize(room);
+        setCrtcs();
+        if (room == after_.screen)
+            return;
+        setScreenSize(after_.screen);
+        for (const CrtcState& crtc : after_.crtcs)
+            if (crtc.panning != Panning{} && changes(crtc.id))
+                setPanning(crtc); // once more: the server has fitted it to the screen
+    }
+
+    void changeFromDarkness() {
+        for (const CrtcState& crtc : before_.crtcs)
+            if (crtc.mode != XCB_NONE && changes(crtc.id))
+                turnOffCrtc(crtc.id);
+        setScreenSize(after_.screen);
+        setCrtcs();
+    }
+
+    void setCrtcs() {
+        for (const CrtcState& crtc : after_.crtcs)
+            if (crtc.mode != XCB_NONE && changes(crtc.id))
+                set(crtc);
+    }
+
     static void note(Outcome& outcome, Outcome next) {
         if (outcome != Outcome::stale && next != Outcome::done)
             outcome = next;
@@ -84,15 +108,6 @@ private:
         const CrtcState* before = before_.crtc(id);
         const CrtcState* after = after_.crtc(id);
         return before == nullptr || after == nullptr || *before != *after;
-    }
-
-    bool mustGoOff(const CrtcState& crtc, TurnOff turnOff) const {
-        return turnOff == TurnOff::whatChanges ? changes(crtc.id)
-                                               : !fits(crtc.frame, after_.screen);
-    }
-
-    bool wasTurnedOff(xcb_randr_crtc_t id) const {
-        return std::ranges::find(turnedOff_, id) != turnedOff_.end();
     }
 
     /// Turning a CRTC off throws the pointer that was on it onto another display.
@@ -146,8 +161,8 @@ private:
         xcb_discard_reply(x_.get(), cookie.sequence);
     }
 
-    void setScreenSize() {
-        const auto [width, height] = after_.screen;
+    void setScreenSize(PixelSize size) {
+        const auto [width, height] = size;
         screenCookies_.push_back(xcb_randr_set_screen_size_checked(
             x_.get(), x_.root(), static_cast<std::uint16_t>(width),
             static_cast<std::uint16_t>(height), millimetres(width, density_.horizontal),
@@ -224,8 +239,10 @@ void selectEvents(const XConnection& connection, Selection selection) {
 }
 
 Outcome carryOut(XConnection& connection, const Transition& transition, const Density& density) {
+    const PixelSize room = roomForBoth(transition.before.screen, transition.after.screen);
+    const bool hasRoom = transition.after.screenRange.contains(room);
     auto [outcome, screenWasRefused] =
-        attempt(connection, transition, density, TurnOff::whatWillNotFit);
+        attempt(connection, transition, density, hasRoom ? TurnOff::nothing : TurnOff::whatChanges);
     if (screenWasRefused) {
         putBack(connection, transition, density);
         outcome = attempt(connection, transition, density, TurnOff::whatChanges).outcome;

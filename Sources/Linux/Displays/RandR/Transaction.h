@@ -36,8 +36,8 @@ enum class Selection { none, changes };
 void selectEvents(const XConnection& connection, Selection selection);
 
 /// Carries the transition out under a server grab, so that nobody sees a part of it. All requests
-/// are sent before the first reply is read: a killed program leaves no display dark. Anything but
-/// `done` has put the old configuration back.
+/// are sent before the first reply is read, and no display is turned off where the server permits
+/// that: a killed program leaves none dark. Anything but `done` has put the old configuration back.
 Outcome carryOut(XConnection& connection, const Transition& transition, const Density& density);
 
 } // namespace tessary
