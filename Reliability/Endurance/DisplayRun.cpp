@@ -104,14 +104,17 @@ private:
     /// Until the program has done what it does by itself. It sleeps also while it waits for a reply
     /// of the server, but not while the server answers us again and again.
     void settle() {
-        constexpr int turns = 5;
+        constexpr int turns = 10;
         constexpr int patience = 100'000;
         int asleep = 0;
+        long wakings = 0;
         for (int turn = 0; asleep < turns; ++turn) {
             if (turn == patience)
                 throw std::runtime_error("the program never rests");
             displays_.layout();
-            asleep = isAsleep(*process_) ? asleep + 1 : 0;
+            const bool sleptOn = wakings == wakingsOf(*process_) && isAsleep(*process_);
+            asleep = sleptOn ? asleep + 1 : 0;
+            wakings = wakingsOf(*process_);
         }
     }
 

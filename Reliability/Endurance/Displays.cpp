@@ -89,6 +89,7 @@ Size Displays::largest() const {
 
 Layout Displays::layout() const {
     Layout layout;
+    xcb_grab_server(connection()); // or a switch could come between two questions
     const auto primary =
         ask(connection(), xcb_randr_get_output_primary(connection(), client_.root()),
             xcb_randr_get_output_primary_reply);
@@ -105,6 +106,8 @@ Layout Displays::layout() const {
     const auto root =
         ask(connection(), xcb_get_geometry(connection(), client_.root()), xcb_get_geometry_reply);
     layout.whole = {root->width, root->height};
+    xcb_ungrab_server(connection());
+    xcb_flush(connection());
     return layout;
 }
 

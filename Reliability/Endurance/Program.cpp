@@ -35,6 +35,10 @@ long memoryOf(const ChildProcess& process) {
     return std::stol(statusOf(process, "RssAnon"));
 }
 
+long wakingsOf(const ChildProcess& process) {
+    return std::stol(statusOf(process, "voluntary_ctxt_switches"));
+}
+
 bool isAsleep(const ChildProcess& process) {
     return statusOf(process, "State").starts_with('S');
 }
