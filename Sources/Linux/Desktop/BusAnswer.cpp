@@ -80,10 +80,15 @@ bool waitForBus(const std::string& address, int looks) {
             return true;
         std::this_thread::sleep_until(next);
     }
+    // The library drops a bus that has said nothing for a while, 90 seconds by itself.
+    constexpr std::chrono::minutes isSilence{1};
     BusAnswer answer{};
-    do
+    Clock::time_point start;
+    do {
+        start = Clock::now();
         answer = ask(address, forever, true);
-    while (answer == BusAnswer::silence);
+    } while (answer == BusAnswer::silence ||
+             (answer == BusAnswer::none && Clock::now() - start >= isSilence));
     return answer == BusAnswer::given;
 }
 

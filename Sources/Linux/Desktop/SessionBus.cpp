@@ -92,10 +92,12 @@ void SessionBus::await(std::chrono::seconds pause) {
 }
 
 void SessionBus::hasCome() {
-    if (connect())
+    if (connect()) {
+        show(address_);
         tellObservers();
-    else
+    } else {
         await(std::chrono::seconds(1));
+    }
 }
 
 void SessionBus::hasEnded() {

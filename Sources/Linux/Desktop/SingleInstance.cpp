@@ -131,7 +131,7 @@ void SingleInstance::join(QDBusConnection bus) {
         new QDBusPendingCallWatcher(bus.asyncCall(requestForName(serviceOnServer())), this);
     connect(call, &QDBusPendingCallWatcher::finished, this, [call] {
         if (answered(call->reply()) == Request::refused)
-            NSLog("tessary: another instance has come to run on this desktop");
+            NSLog("tessary: another instance runs on this desktop, too");
         call->deleteLater();
     });
 }

@@ -49,7 +49,7 @@ std::array<std::uint8_t, size> FileLook::bytes(const FileIdentity& identity, off
         if (descriptor_ >= 0)
             ::close(descriptor_);
         descriptor_ = ::open(path_.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
-        opened_ = identity;
+        opened_ = descriptor_ >= 0 ? std::optional(identity) : std::nullopt;
     }
     std::array<std::uint8_t, size> read{};
     return ::pread(descriptor_, read.data(), size, place) >= 0 ? read
