@@ -71,6 +71,13 @@ Value valueFrom(FuzzedDataProvider& data) {
             data.ConsumeRandomLengthString()};
 }
 
+/// The file comes with the first value that the program sets.
+const Writer& openedWriter() {
+    NSUserDefaults::standardUserDefaults().setBool(true, "seeded.first");
+    QCoreApplication::processEvents();
+    return *new Writer(scratch.path() / "tessary" / "defaults.sqlite");
+}
+
 NSData dataOf(const Value& value) {
     return {value.bytes.begin(), value.bytes.end()};
 }
@@ -100,8 +107,7 @@ extern "C" int LLVMFuzzerInitialize(int* /*count*/, char*** /*arguments*/) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     auto& settings = tsy::Settings::shared();
-    settings.shortcut(tsy::Slot::one); // opens the file
-    static const Writer& writer = *new Writer(scratch.path() / "tessary" / "defaults.sqlite");
+    static const Writer& writer = openedWriter();
     FuzzedDataProvider data(bytes, size);
     const Value mode = valueFrom(data);
     const Value shortcut = valueFrom(data);
