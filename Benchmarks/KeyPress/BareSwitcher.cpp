@@ -2,13 +2,14 @@
 // the first display by F14 and F15.
 //
 // Everything is resolved beforehand: the two modes (by their XIDs) and the layouts that they make.
-// A press sends one transaction: what no longer fits goes off, the screen gets its size, the CRTCs
-// theirs, the pointer goes back to its relative place.
+// A press sends one transaction: the screen and the CRTCs get their sizes, the pointer goes back to
+// its relative place.
 #include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include <xcb/randr.h>
@@ -84,12 +85,10 @@ Screen withMode(const Screen& before, const Mode& mode) {
     return after;
 }
 
-xcb_randr_set_crtc_config_cookie_t set(xcb_connection_t* x, const Crtc& crtc,
-                                       xcb_randr_mode_t mode) {
+xcb_randr_set_crtc_config_cookie_t set(xcb_connection_t* x, const Crtc& crtc) {
     return xcb_randr_set_crtc_config(x, crtc.id, XCB_CURRENT_TIME, XCB_CURRENT_TIME,
-                                     static_cast<std::int16_t>(mode != XCB_NONE ? crtc.x : 0), 0,
-                                     mode, XCB_RANDR_ROTATION_ROTATE_0, mode != XCB_NONE ? 1 : 0,
-                                     mode != XCB_NONE ? &crtc.output : nullptr);
+                                     static_cast<std::int16_t>(crtc.x), 0, crtc.mode,
+                                     XCB_RANDR_ROTATION_ROTATE_0, 1, &crtc.output);
 }
 
 void warpPointer(const Screen& before, const Screen& after, const xcb_key_press_event_t& press) {
@@ -100,30 +99,33 @@ void warpPointer(const Screen& before, const Screen& after, const xcb_key_press_
                      static_cast<std::int16_t>(press.root_y * to.height / from.height));
 }
 
+xcb_void_cookie_t setSize(const Screen& screen) {
+    return xcb_randr_set_screen_size_checked(
+        screen.x, screen.root, static_cast<std::uint16_t>(screen.width),
+        static_cast<std::uint16_t>(screen.height), static_cast<std::uint32_t>(screen.width / 4),
+        static_cast<std::uint32_t>(screen.height / 4));
+}
+
+/// A larger screen comes before the CRTCs, a smaller one after them. In this layout both sides grow
+/// or both shrink.
 void switchScreen(const Screen& before, const Screen& after, const xcb_key_press_event_t& press) {
     std::vector<xcb_randr_set_crtc_config_cookie_t> cookies;
-    std::vector<bool> isOff;
+    std::optional<xcb_void_cookie_t> sized;
     xcb_grab_server(before.x);
-    for (const Crtc& crtc : before.crtcs) {
-        isOff.push_back(crtc.x + crtc.width > after.width || crtc.height > after.height);
-        if (isOff.back())
-            cookies.push_back(set(before.x, crtc, XCB_NONE));
-    }
-    const auto sized = xcb_randr_set_screen_size_checked(
-        before.x, before.root, static_cast<std::uint16_t>(after.width),
-        static_cast<std::uint16_t>(after.height), static_cast<std::uint32_t>(after.width / 4),
-        static_cast<std::uint32_t>(after.height / 4));
+    if (after.width > before.width)
+        sized = setSize(after);
     for (std::size_t i = 0; i < after.crtcs.size(); ++i)
-        if (isOff[i] || after.crtcs[i].x != before.crtcs[i].x ||
-            after.crtcs[i].mode != before.crtcs[i].mode)
-            cookies.push_back(set(before.x, after.crtcs[i], after.crtcs[i].mode));
+        if (after.crtcs[i].x != before.crtcs[i].x || after.crtcs[i].mode != before.crtcs[i].mode)
+            cookies.push_back(set(before.x, after.crtcs[i]));
+    if (!sized)
+        sized = setSize(after);
     warpPointer(before, after, press);
     xcb_ungrab_server(before.x);
     xcb_flush(before.x);
     for (const auto cookie : cookies)
         Reply<xcb_randr_set_crtc_config_reply_t>(
             xcb_randr_set_crtc_config_reply(before.x, cookie, nullptr));
-    Reply<xcb_generic_error_t>(xcb_request_check(before.x, sized));
+    Reply<xcb_generic_error_t>(xcb_request_check(before.x, *sized));
 }
 
 } // namespace
