@@ -1,4 +1,5 @@
 // A settings file with any bytes in it: the settings work on, from the file or from a fresh one.
+#include "Application.h"
 #include "Finding.h"
 #include "Scratch.h"
 
@@ -63,10 +64,7 @@ void replaceFile(const std::string& contents) {
 
 extern "C" int LLVMFuzzerInitialize(int* /*count*/, char*** /*arguments*/) {
     ::setenv("XDG_CONFIG_HOME", scratch.path().c_str(), 1);
-    static int count = 1;
-    static char name[] = "fuzzer";
-    static char* arguments[] = {name, nullptr};
-    static const QCoreApplication application(count, arguments);
+    fuzz::needApplication();
     return 0;
 }
 

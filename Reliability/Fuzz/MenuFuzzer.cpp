@@ -1,5 +1,6 @@
 // Any calls of a host on a menu that changes under it. The host here believes what it is told and
 // nothing else, and must never come to show or choose another entry than the one that it means.
+#include "Application.h"
 #include "Finding.h"
 
 #include "Linux/Desktop/StatusItem/MenuExport.h"
@@ -200,10 +201,7 @@ void callOnce(MenuExport& menu, const Host& host, Program& program, FuzzedDataPr
 } // namespace
 
 extern "C" int LLVMFuzzerInitialize(int* /*count*/, char*** /*arguments*/) {
-    static int count = 1;
-    static char name[] = "fuzzer";
-    static char* arguments[] = {name, nullptr};
-    static const QCoreApplication application(count, arguments);
+    fuzz::needApplication();
     return 0;
 }
 

@@ -1,4 +1,5 @@
 // Values of any type under the program's own keys, written by somebody else while it runs.
+#include "Application.h"
 #include "Finding.h"
 #include "Scratch.h"
 
@@ -98,10 +99,7 @@ std::optional<tsy::Shortcut> expectedShortcut(const Value& value) {
 
 extern "C" int LLVMFuzzerInitialize(int* /*count*/, char*** /*arguments*/) {
     ::setenv("XDG_CONFIG_HOME", scratch.path().c_str(), 1);
-    static int count = 1;
-    static char name[] = "fuzzer";
-    static char* arguments[] = {name, nullptr};
-    static const QCoreApplication application(count, arguments);
+    fuzz::needApplication();
     return 0;
 }
 
