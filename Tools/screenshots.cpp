@@ -3,9 +3,7 @@
 // desktop of its own. Ends with 0 when all are there.
 #include "Desktop/Harness/Panel.h"
 #include "Desktop/Harness/Session.h"
-#include "Desktop/Harness/Tray.h"
-#include "Desktop/Harness/WindowManager.h"
-#include "Desktop/Harness/Windows.h"
+#include "Screenshot.h"
 
 #include <exception>
 #include <filesystem>
@@ -94,7 +92,7 @@ WindowPlace placeOnce(Client& client, WindowKind kind) {
 void saveMenu(const Appearance& appearance, const std::string& program,
               const std::filesystem::path& folder) {
     Scene scene(appearance);
-    const Tray tray(scene.home(), scene.server(), scene.client());
+    const Tray tray(scene.home(), scene.server());
     const ChildProcess tessary(scene.command(program));
     if (!tray.opensMenuOf("tessary", scene.client()))
         throw std::runtime_error("no menu");

@@ -8,8 +8,7 @@
 #include "Desktop/Harness/Client.h"
 #include "Desktop/Harness/Panel.h"
 #include "Desktop/Harness/Session.h"
-#include "Desktop/Harness/Tray.h"
-#include "Desktop/Harness/Windows.h"
+#include "Screenshot.h"
 
 #include <csignal>
 #include <exception>
@@ -114,7 +113,7 @@ int demonstrate(const std::string& path, const std::filesystem::path& screenshot
     connectDisplays(server);
     Client client(server.display());
     const Bus bus;
-    const Tray tray(home, server, client);
+    const Tray tray(home, server);
     ChildProcess program(home.commandOn(server.display(), {bus.environment(), path}));
     const bool isReady = client.waitUntil(
         [&client] { return client.isGrabbed(keys::f14) && client.isGrabbed(keys::f15); });

@@ -1,5 +1,6 @@
 # add_room(name folder [EXCEPT path...] [INCLUDE folder]): an object library of the folder's sources,
-# whose headers must each compile alone (target all_verify_interface_header_sets). Includes are
+# whose headers must each compile alone: those that their own source does not include before all others
+# (Tools/check-includes) are in the target all_verify_interface_header_sets. Includes are
 # written from INCLUDE, which is Sources unless told otherwise. What stands below an EXCEPT, a file or
 # a folder, is left to others.
 function(add_room name folder)
@@ -20,7 +21,20 @@ function(add_room name folder)
       endif()
     endforeach()
   endforeach()
+  # The analysis reads a folder's sources as one, and the headers that they share once.
+  foreach(source IN LISTS sources)
+    cmake_path(GET source PARENT_PATH folder_of_source)
+    cmake_path(RELATIVE_PATH folder_of_source BASE_DIRECTORY ${PROJECT_SOURCE_DIR})
+    set_source_files_properties(${source} PROPERTIES UNITY_GROUP ${folder_of_source})
+  endforeach()
+  foreach(header IN LISTS headers)
+    cmake_path(REPLACE_EXTENSION header LAST_ONLY cpp OUTPUT_VARIABLE own_source)
+    if(own_source IN_LIST sources)
+      list(REMOVE_ITEM headers ${header})
+    endif()
+  endforeach()
   add_library(${name} OBJECT ${sources})
+  set_target_properties(${name} PROPERTIES UNITY_BUILD_MODE GROUP)
   target_sources(${name} PUBLIC FILE_SET HEADERS
     BASE_DIRS ${PROJECT_SOURCE_DIR}/${ROOM_INCLUDE} FILES ${headers})
   target_include_directories(${name} PUBLIC

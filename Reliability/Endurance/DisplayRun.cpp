@@ -85,9 +85,11 @@ public:
 
 private:
     void start() {
+        Panel& panel = desktop_.panel;
+        const int before = panel.registrations();
         process_ =
             std::make_unique<ChildProcess>(program(desktop_.home, desktop_.server, desktop_.bus));
-        if (!isReady(desktop_.client) || !desktop_.panel.hasIcon())
+        if (!isReady(desktop_.client) || !waitUntil([&] { return panel.registrations() > before; }))
             throw std::runtime_error("the program does not start");
     }
 
@@ -101,21 +103,15 @@ private:
             }
     }
 
-    /// Until the program has done what it does by itself. It sleeps also while it waits for a reply
-    /// of the server, but not while the server answers us again and again.
+    /// Until the program has done what it does by itself. It answers the bus from its event loop:
+    /// the second answer comes when all is handled that the server had sent before the question.
     void settle() {
-        constexpr int turns = 10;
-        constexpr int patience = 100'000;
-        int asleep = 0;
-        long wakings = 0;
-        for (int turn = 0; asleep < turns; ++turn) {
-            if (turn == patience)
-                throw std::runtime_error("the program never rests");
+        constexpr int times = 2; // the server's second reply tells that all before it was sent
+        for (int time = 0; time < times; ++time)
             displays_.layout();
-            const bool sleptOn = wakings == wakingsOf(*process_) && isAsleep(*process_);
-            asleep = sleptOn ? asleep + 1 : 0;
-            wakings = wakingsOf(*process_);
-        }
+        for (int time = 0; time < times; ++time)
+            if (!desktop_.panel.isAnswered())
+                throw std::runtime_error("the program does not answer the bus");
     }
 
     /// Without those that the settings file needs while it is written.

@@ -92,7 +92,7 @@ struct Flooded {
 /// Memory some time after the last call, when the program has given back what the calls took.
 long memoryAtRest(const ChildProcess& process) {
     const QDeadlineTimer rested(std::chrono::seconds(2));
-    Panel::waitUntil([&] { return rested.hasExpired(); });
+    waitUntil([&] { return rested.hasExpired(); });
     return memoryOf(process);
 }
 

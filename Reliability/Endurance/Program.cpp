@@ -9,9 +9,7 @@ namespace endurance {
 using namespace desktop;
 
 Words program(const Home& home, const XServer& server, const Bus& bus, const Words& arguments) {
-    Words words{bus.environment(), TESSARY_PROGRAM};
-    words.insert(words.end(), arguments.begin(), arguments.end());
-    return home.commandOn(server.display(), words);
+    return home.commandOn(server.display(), {bus.environment(), TESSARY_PROGRAM}, arguments);
 }
 
 bool isReady(Client& client) {
@@ -33,14 +31,6 @@ std::string statusOf(const ChildProcess& process, const std::string& name) {
 
 long memoryOf(const ChildProcess& process) {
     return std::stol(statusOf(process, "RssAnon"));
-}
-
-long wakingsOf(const ChildProcess& process) {
-    return std::stol(statusOf(process, "voluntary_ctxt_switches"));
-}
-
-bool isAsleep(const ChildProcess& process) {
-    return statusOf(process, "State").starts_with('S');
 }
 
 long handlesOf(const ChildProcess& process) {

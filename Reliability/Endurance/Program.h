@@ -24,12 +24,6 @@ bool isReady(desktop::Client& client);
 /// Its memory that no file stands behind, in KiB.
 long memoryOf(const desktop::ChildProcess& process);
 
-/// Its main thread waits for something: who writes to it wakes it at once.
-bool isAsleep(const desktop::ChildProcess& process);
-
-/// How often its main thread has waited so far.
-long wakingsOf(const desktop::ChildProcess& process);
-
 long handlesOf(const desktop::ChildProcess& process);
 
 /// Two displays side by side, each with modes of the sizes that the program chooses at first.

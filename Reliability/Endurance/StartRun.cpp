@@ -1,7 +1,6 @@
 #include "Program.h"
 #include "Runs.h"
 
-#include "Desktop/Harness/WindowManager.h"
 #include "Desktop/Harness/Windows.h"
 
 #include <algorithm>
@@ -30,7 +29,7 @@ struct Desktop {
 
 /// All but one leave their place to that one.
 bool oneRemains(const Processes& processes) {
-    return Panel::waitUntil([&] {
+    return waitUntil([&] {
         const auto running = std::ranges::count_if(
             processes, [](const auto& process) { return !process->hasEnded(); });
         return running <= 1;
@@ -56,7 +55,7 @@ void startOnce(Desktop& desktop, int atOnce, const Words& arguments, const std::
         processes.push_back(std::make_unique<ChildProcess>(
             program(desktop.home, desktop.server, desktop.bus, arguments)));
     report.check("start " + kind + ": the icon appears",
-                 Panel::waitUntil([&] { return desktop.panel.registrations() > before; }));
+                 waitUntil([&] { return desktop.panel.registrations() > before; }));
     if (!arguments.empty())
         report.check("start " + kind + ": the window appears", desktop.client.waitUntil([&] {
             return visibleWindow(desktop.client, WindowKind::framed, "tessary").has_value();

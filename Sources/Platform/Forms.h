@@ -118,8 +118,9 @@ struct Picker {
     double minimumWidth = 0; ///< of the list's button, in points
     bool isEnabled = true;
     std::vector<PickerEntry> entries;
-    std::optional<std::size_t> selected;           ///< the entry that is chosen now
-    std::function<void(std::size_t entry)> select; ///< called when the user chooses another one
+    std::optional<std::size_t> selected; ///< the entry that is chosen now
+    /// Called when the user picks an entry, also the one that is chosen now.
+    std::function<void(std::size_t entry)> select;
 };
 
 struct Toggle {

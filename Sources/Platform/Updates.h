@@ -8,7 +8,8 @@
 class SPUUpdater {
 public:
     /// Looks for an update now, with the framework's own progress and result dialogs. Where one of
-    /// them is shown, brings it to the front. Sounds the alert when it cannot look.
+    /// them is shown, brings it to the front. A check that runs already becomes this one. Where the
+    /// framework is not installed or not set up, says so in a dialog.
     void checkForUpdates();
 
     /// False while a check runs, and where the framework is not installed or not set up.

@@ -14,7 +14,7 @@ std::shared_ptr<PreferencesWindowController> PreferencesWindowController::make()
 
 PreferencesWindowController::PreferencesWindowController() : model_(SettingsModel::make()) {
     const auto form =
-        NSHostingController::make([model = model_] { return settingsView(model); }, model_);
+        NSHostingController::make([view = SettingsView{model_}] { return view.body(); }, model_);
     const auto window = NSWindow::windowWithContentViewController(form);
     window->setTitle("Tessary");
     window->setStyleMask(NSWindowStyleMaskTitled | NSWindowStyleMaskClosable |

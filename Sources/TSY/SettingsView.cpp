@@ -1,7 +1,7 @@
 #include "TSY/SettingsView.h"
 
 #include "TSY/Settings.h"
-#include "TSY/ShortcutRecorderView.h"
+#include "TSY/SlotRow.h"
 #include "TSY/UpdateController.h"
 
 #include <algorithm>
@@ -58,87 +58,6 @@ View displayPicker(const Model& model) {
     return {std::move(picker)};
 }
 
-/// The slot's preset on the selected display.
-std::optional<ModeSpec> selection(Slot slot, const SettingsModel& model) {
-    const auto display = model.selectedDisplay();
-    return display ? Settings::shared().spec(slot, display->key) : std::nullopt;
-}
-
-void setSelection(const std::optional<ModeSpec>& preset, Slot slot, SettingsModel& model) {
-    const auto display = model.selectedDisplay();
-    if (!display)
-        return;
-    Settings::shared().setSpec(preset, slot, display->key);
-    model.incrementRevision();
-}
-
-View modePicker(Slot slot, const Model& model) {
-    Forms::Picker picker;
-    picker.label = verbatim("");
-    picker.isLabelHidden = true;
-    picker.minimumWidth = 170;
-    picker.entries = {{{"Not set"}}, {.text = verbatim(""), .isDivider = true}};
-    picker.selected = 0; // also for a preset that the display does not offer; it stays stored
-    std::vector<std::optional<ModeSpec>> tags(picker.entries.size());
-    const auto selected = selection(slot, *model);
-    for (const DisplayMode& mode : model->modes()) {
-        if (selected == mode.spec)
-            picker.selected = tags.size();
-        tags.emplace_back(mode.spec);
-        picker.entries.push_back({verbatim(mode.label)});
-    }
-    picker.select = [slot, model, tags = std::move(tags)](std::size_t entry) {
-        setSelection(tags.at(entry), slot, *model);
-    };
-    return {std::move(picker)};
-}
-
-std::shared_ptr<NSView> makeRecorder(Slot slot, const Model& model) {
-    const auto recorder = ShortcutRecorderView::make({});
-    recorder->setShortcut(Settings::shared().shortcut(slot));
-    recorder->setValidator(
-        [slot, model](const Shortcut& shortcut) { return model->isAvailable(shortcut, slot); });
-    recorder->setOnChange([slot, model](const std::optional<Shortcut>& shortcut) {
-        Settings::shared().setShortcut(shortcut, slot);
-        model->incrementRevision();
-    });
-    return recorder;
-}
-
-void updateRecorder(Slot slot, ShortcutRecorderView& recorder) {
-    if (recorder.isRecording())
-        return;
-    const auto shortcut = Settings::shared().shortcut(slot);
-    if (recorder.shortcut() != shortcut)
-        recorder.setShortcut(shortcut);
-}
-
-View shortcutField(Slot slot, const Model& model) {
-    return {Forms::HostedView{
-        .make = [slot, model] { return makeRecorder(slot, model); },
-        .update =
-            [slot](const std::shared_ptr<NSView>& view) {
-                updateRecorder(slot, *std::static_pointer_cast<ShortcutRecorderView>(view));
-            },
-    }};
-}
-
-View slotRow(Slot slot, const Model& model) {
-    const bool isFirst = slot == Slot::one;
-    return {Forms::LabeledContent{
-        .label = {{Forms::Label{
-            .systemImage = isFirst ? "1.square" : "2.square",
-            .imageColor = std::nullopt,
-            .title = {{verbatim(isFirst ? "Resolution 1" : "Resolution 2")}},
-        }}},
-        .content = {{Forms::Stack{
-            .axis = Axis::horizontal,
-            .spacing = 8,
-            .views = {modePicker(slot, model), shortcutField(slot, model)},
-        }}},
-    }};
-}
-
 View resolutionsFooter(const SettingsModel& model) {
     Forms::Stack lines{.axis = Axis::vertical, .spacing = 4, .topPadding = 2, .views = {}};
     if (auto label = model.currentLabel())
@@ -156,7 +75,7 @@ Forms::Section resolutions(const Model& model) {
         .header = Text{"Resolutions"}, .rows = {}, .footer = {resolutionsFooter(*model)}};
     section.rows.push_back(displayPicker(model));
     for (const Slot slot : Slot::allCases)
-        section.rows.push_back(slotRow(slot, model));
+        section.rows.push_back(SlotRow{slot, model}.body());
     return section;
 }
 
@@ -206,13 +125,6 @@ Forms::Section general(const Model& model) {
 
 // Function keys
 
-bool usesFunctionKeyShortcut() {
-    return std::ranges::any_of(Slot::allCases, [](Slot slot) {
-        const auto shortcut = Settings::shared().shortcut(slot);
-        return shortcut && Shortcut::isFunctionKey(shortcut->keyCode) && shortcut->modifiers == 0;
-    });
-}
-
 Forms::Section functionKeyNote() {
     Forms::Stack lines{
         .axis = Axis::vertical,
@@ -231,7 +143,14 @@ Forms::Section functionKeyNote() {
 
 } // namespace
 
-Forms::Form settingsView(const Model& model) {
+bool SettingsView::usesFunctionKeyShortcut() {
+    return std::ranges::any_of(Slot::allCases, [](Slot slot) {
+        const auto shortcut = Settings::shared().shortcut(slot);
+        return shortcut && Shortcut::isFunctionKey(shortcut->keyCode) && shortcut->modifiers == 0;
+    });
+}
+
+Forms::Form SettingsView::body() const {
     Forms::Form form{.width = 480, .sections = {resolutions(model), general(model)}};
     if (usesFunctionKeyShortcut())
         form.sections.push_back(functionKeyNote());

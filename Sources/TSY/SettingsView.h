@@ -7,7 +7,16 @@
 
 namespace tsy {
 
-/// The preferences as the model and the store are now. Its controls write to both.
-Forms::Form settingsView(const std::shared_ptr<SettingsModel>& model);
+/// The preferences.
+struct SettingsView {
+    std::shared_ptr<SettingsModel> model;
+
+    /// The form as the model and the store are now. Its controls write to both.
+    Forms::Form body() const;
+
+private:
+    /// Whether a shortcut is a function key alone.
+    static bool usesFunctionKeyShortcut();
+};
 
 } // namespace tsy

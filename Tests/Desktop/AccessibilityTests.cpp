@@ -9,18 +9,7 @@ class Accessibility : public PanelDesktop {
 protected:
     void SetUp() override {
         choosePreferences();
-        ASSERT_TRUE(tells("combo box Display = DUMMY0 (main), focused\n"));
-    }
-
-    std::string shown() const { return reader_.shown(QStringLiteral("tessary")); }
-
-    void act(const char* control) const {
-        reader_.act(QStringLiteral("tessary"), QString::fromUtf8(control));
-    }
-
-    /// Whether the window comes to have this line.
-    bool tells(const std::string& line) const {
-        return Panel::waitUntil([&] { return shown().find(line) != std::string::npos; });
+        ASSERT_TRUE(reader_.tells("combo box Display = DUMMY0 (main), focused\n"));
     }
 
     ScreenReader reader_{home_, server_, bus_};
@@ -31,9 +20,9 @@ TEST_F(Accessibility, TellsWhatEachControlIsAboutAndWhatItShows) {
     const std::string current = "Currently 1280 × 720  60 Hz.";
     const std::string hint = "Click a shortcut to change it. ⎋ cancels, ⌫ clears. Shortcuts act on "
                              "whichever display the pointer is on.";
-    ASSERT_TRUE(tells("push button Resolution 2 (F15)\n")) << "it has been drawn";
+    ASSERT_TRUE(reader_.tells("push button Resolution 2 (F15)\n")) << "it has been drawn";
     // clang-format off
-    EXPECT_EQ(shown(),
+    EXPECT_EQ(reader_.shown(),
         "frame Tessary\n"
         "panel Resolutions (" + current + " " + hint + ")\nlabel Resolutions\n"
         "label Display\ncombo box Display = DUMMY0 (main), focused\n"
@@ -52,39 +41,40 @@ TEST_F(Accessibility, TellsWhatEachControlIsAboutAndWhatItShows) {
         "you press them.\n");
     // clang-format on
     server_.xrandr({"--output", "DUMMY1", "--off"});
-    EXPECT_TRUE(tells("combo box Display = DUMMY0, disabled\n")) << shown();
-}
-
-TEST_F(Accessibility, FollowsTheTabKeyThroughAllControls) {
-    for (const char* control :
-         {"combo box Resolution 1 = 1920 × 1080  60 Hz", "push button Resolution 1 (F14)",
-          "combo box Resolution 2 = 2560 × 1440  60 Hz", "push button Resolution 2 (F15)",
-          "check box Start Tessary at login", "check box Check automatically (Updates)",
-          "push button Check Now (Updates)", "push button Restore Defaults (Keyboard shortcuts)",
-          "combo box Display = DUMMY0 (main)"}) {
-        client_.tap(keys::tab);
-        EXPECT_TRUE(tells(control + std::string(", focused\n"))) << shown();
-    }
+    EXPECT_TRUE(reader_.tells("combo box Display = DUMMY0, disabled\n")) << reader_.shown();
 }
 
 TEST_F(Accessibility, ActsOnControlsAndTellsWhatBecomesOfThem) {
-    act("push button Resolution 1");
-    EXPECT_TRUE(tells("push button Resolution 1 (Type a shortcut…), focused\n")) << shown();
+    reader_.act("push button Resolution 1");
+    EXPECT_TRUE(reader_.tells("push button Resolution 1 (Type a shortcut…), focused\n"))
+        << reader_.shown();
     EXPECT_FALSE(client_.isGrabbed(keys::f15)) << "free to be recorded";
+    reader_.act("push button Resolution 2");
+    EXPECT_TRUE(reader_.tells("push button Resolution 2 (Type a shortcut…), focused\n"))
+        << reader_.shown();
+    EXPECT_TRUE(reader_.tells("push button Resolution 1 (F14)\n")) << reader_.shown();
+    reader_.act("push button Restore Defaults");
+    EXPECT_TRUE(reader_.tells("push button Resolution 2 (F15)")) << reader_.shown();
+    reader_.act("push button Resolution 1");
+    ASSERT_TRUE(reader_.tells("push button Resolution 1 (Type a shortcut…), focused\n"));
     client_.press(keys::super);
     client_.tap(keys::k);
     client_.release(keys::super);
-    EXPECT_TRUE(tells("push button Resolution 1 (⌘K), focused\n")) << shown();
-    act("push button Restore Defaults");
-    EXPECT_TRUE(tells("push button Resolution 1 (F14)")) << shown();
+    EXPECT_TRUE(reader_.tells("push button Resolution 1 (⌘K), focused\n")) << reader_.shown();
+    reader_.act("push button Restore Defaults");
+    EXPECT_TRUE(reader_.tells("push button Resolution 1 (F14)")) << reader_.shown();
     EXPECT_TRUE(client_.waitUntil([this] { return !home_.settings().contains("shortcut.one"); }));
-    EXPECT_EQ(client_.bells(), 0);
-    act("push button Check Now"); // which knows no feed here
-    EXPECT_TRUE(client_.waitUntil([this] { return client_.bells() == 1; }));
-    act("check box Start Tessary at login");
-    EXPECT_TRUE(tells("check box Start Tessary at login, checked")) << shown();
+    for (int time = 0; time < 2; ++time)
+        reader_.act("push button Check Now"); // which knows no feed here
+    EXPECT_TRUE(reader_.tells("label Updates are not set up in this copy of Tessary.\n"))
+        << reader_.shown();
+    reader_.act("check box Start Tessary at login");
+    EXPECT_TRUE(reader_.tells("check box Start Tessary at login, checked")) << reader_.shown();
     const auto entry = home_.path() / "config/autostart/org.tessary.Tessary.desktop";
     EXPECT_TRUE(client_.waitUntil([&] { return std::filesystem::exists(entry); }));
+    EXPECT_EQ(reader_.shown().find("not set up"), reader_.shown().rfind("not set up"))
+        << "one dialog";
+    EXPECT_EQ(client_.bells(), 0);
 }
 
 } // namespace

@@ -4,7 +4,6 @@
 #include "Desktop/Harness/Client.h"
 #include "Desktop/Harness/Panel.h"
 #include "Desktop/Harness/Session.h"
-#include "Desktop/Harness/WindowManager.h"
 
 #include <csignal>
 
@@ -14,6 +13,14 @@ namespace desktop {
 
 /// What the program says where nobody shows its icon.
 inline const std::string noPanel = "tessary: no panel shows status icons; waiting for one";
+
+/// What the displays of the tests show before the first key press, and after one for each slot.
+inline const Layout untouched{{"DUMMY0", "1280x720+0+0 60.00 Hz"},
+                              {"DUMMY1", "1280x720+1280+0 60.00 Hz"}};
+inline const Layout leftHasOne{{"DUMMY0", "1920x1080+0+0 59.96 Hz"},
+                               {"DUMMY1", "1280x720+1920+0 60.00 Hz"}};
+inline const Layout leftHasTwo{{"DUMMY0", "2560x1440+0+0 60.00 Hz"},
+                               {"DUMMY1", "1280x720+2560+0 60.00 Hz"}};
 
 class Desktop : public testing::Test {
 protected:
@@ -36,6 +43,14 @@ protected:
             [this] { return client_.isGrabbed(keys::pause) && client_.isGrabbed(keys::f15); });
     }
 
+    /// The program from when it is ready.
+    struct Tessary : ChildProcess {
+        Tessary(Desktop& desktop, const Words& command) : ChildProcess(command) {
+            if (!desktop.isReady())
+                throw std::runtime_error("the program has not taken its keys");
+        }
+    };
+
     /// Waits for the layout if need be; answers what it is in the end.
     Layout layoutOnce(const Layout& expected) {
         client_.waitUntil([&] { return server_.layout() == expected; });
@@ -50,6 +65,21 @@ protected:
         return server_.layout();
     }
 
+    /// Expects that the key comes to make this of the displays, with the pointer there first.
+    void expectPress(std::uint8_t key, int pointer, const Layout& expected) {
+        client_.movePointer(pointer, 300);
+        client_.tap(key);
+        EXPECT_EQ(layoutOnce(expected), expected) << "key " << int{key} << " at " << pointer;
+    }
+
+    /// Waits until the key that is held repeats once more. Our own keyboard tells it also of keys
+    /// that a program has taken.
+    bool seesRepeats() const {
+        ChildProcess events(
+            {"env", "DISPLAY=" + server_.display(), "xinput", "test-xi2", "--root"});
+        return events.waitForLine(" *flags: repeat").has_value();
+    }
+
     Home home_;
     XServer server_{home_};
     Client client_{server_.display()};
@@ -59,9 +89,7 @@ protected:
 class BusDesktop : public Desktop {
 protected:
     Words programOnBus(const Words& arguments = {}) const {
-        Words words{bus_.environment(), TESSARY_PROGRAM};
-        words.insert(words.end(), arguments.begin(), arguments.end());
-        return home_.commandOn(server_.display(), words);
+        return home_.commandOn(server_.display(), {bus_.environment(), TESSARY_PROGRAM}, arguments);
     }
 
     Bus bus_;

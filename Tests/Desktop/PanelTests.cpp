@@ -1,6 +1,5 @@
 // The program's icon in a panel: its menu on the bus, and who runs when it is started twice.
 #include "Desktop/Desktop.h"
-#include "Desktop/Harness/Tray.h"
 #include "Desktop/Harness/Windows.h"
 
 namespace desktop {
@@ -10,8 +9,7 @@ using PanelIcon = BusDesktop;
 
 TEST_F(PanelIcon, OpensAMenuWhoseEntriesSwitchTheDisplaysTheyName) {
     Panel panel(bus_);
-    ChildProcess tessary(programOnBus());
-    ASSERT_TRUE(isReady());
+    Tessary tessary(*this, programOnBus());
     ASSERT_TRUE(panel.hasIcon());
     EXPECT_TRUE(panel.iconProperty("ItemIsMenu").toBool());
     EXPECT_EQ(panel.iconProperty("Title").toString(), QStringLiteral("Tessary"));
@@ -27,10 +25,10 @@ TEST_F(PanelIcon, OpensAMenuWhoseEntriesSwitchTheDisplaysTheyName) {
 
     client_.movePointer(1500, 300); // the entry keeps the display that the menu was opened on
     panel.choose("Switch to 2560 × 1440");
-    Layout expected{{"DUMMY0", "2560x1440+0+0 60.00 Hz"}, {"DUMMY1", "1280x720+2560+0 60.00 Hz"}};
-    EXPECT_EQ(layoutOnce(expected), expected);
+    EXPECT_EQ(layoutOnce(leftHasTwo), leftHasTwo);
     panel.openedMenu();
     panel.choose("1600 × 900  60 Hz", "DUMMY1");
+    Layout expected = leftHasTwo;
     expected["DUMMY1"] = "1600x900+2560+0 59.95 Hz";
     EXPECT_EQ(layoutOnce(expected), expected);
     client_.movePointer(640, 300);
@@ -55,19 +53,22 @@ TEST_F(PanelIcon, AppearsWhenAPanelComesAndWhenItComesBack) {
         EXPECT_EQ(panel.registrations(), 1);
         EXPECT_TRUE(panel.openedMenu().ends_with("Quit Tessary\n"));
     }
-    EXPECT_TRUE(Panel::waitUntil([&] {
+    EXPECT_TRUE(waitUntil([&] {
         tessary.waitForLine(noPanel);
         return tessary.lines() == Words(3, noPanel);
     }));
 }
 
-TEST_F(PanelIcon, StandsInAnXTrayWhereThereIsNoBusAndOpensTheSameMenu) {
+TEST_F(PanelIcon, StandsInAnXTrayWhereThereIsNoBusWithAMenuForTheKeyboard) {
+    client_.movePointer(1300, 300); // the menu is about the display on which it opens
     ChildProcess tessary(program());
     ASSERT_TRUE(tessary.waitForLine(noPanel));
-    const Tray tray(home_, server_, client_);
+    const Tray tray(home_, server_);
     ASSERT_TRUE(tray.opensMenuOf("tessary", client_));
-    tessary.signal(SIGTERM);
-    EXPECT_EQ(tessary.wait(), 0);
+    for (const std::uint8_t key : {keys::down, keys::down, keys::enter})
+        client_.tap(key);
+    EXPECT_EQ(layoutOnce(leftHasTwo), leftHasTwo) << "the second entry of all that can be chosen";
+    EXPECT_EQ(tessary.end(), 0);
     EXPECT_EQ(tessary.lines(), Words{noPanel});
 }
 
@@ -89,9 +90,8 @@ TEST_F(PanelIcon, NothingThatTheBusTellsIsLostWhileTheFirstWindowOpens) {
 
 TEST_F(PanelIcon, EndsWithALineWhereTheServerRefusesTheWindows) {
     Panel panel(bus_);
-    ChildProcess tessary(programOnBus());
-    ASSERT_TRUE(isReady());
-    EXPECT_EQ(ChildProcess({"env", "DISPLAY=" + server_.display(), "xhost", "-local:"}).wait(), 0);
+    Tessary tessary(*this, programOnBus());
+    server_.run({"xhost", "-local:"});
     EXPECT_EQ(panel.activate(), "");
     EXPECT_EQ(tessary.wait(), 1);
     EXPECT_TRUE(tessary.waitForLine("tessary: the toolkit cannot go on: .*"));
@@ -104,8 +104,7 @@ TEST_F(PanelIcon, IconAndNamesComeBackWithTheBus) {
         const Bus bus("unix:path=" + (home_.path() / "bus").string());
         Panel panel(bus);
         EXPECT_TRUE(panel.hasIcon()) << "time " << time;
-        ChildProcess second(program());
-        EXPECT_EQ(second.wait(), 0) << "time " << time;
+        EXPECT_EQ(ChildProcess(program()).wait(), 0) << "time " << time;
     }
     EXPECT_TRUE(tessary.waitForLine("tessary: the session bus has ended; waiting for it"));
 }
@@ -114,12 +113,9 @@ TEST_F(PanelIcon, ActionsFromOutsideDoWhatTheKeysDoWhetherTessaryRunsOrNot) {
     const auto started = [this](const char* action) { return programOnBus({"--action", action}); };
     client_.movePointer(640, 300);
     ChildProcess first(started("slot-two")); // behind its own launch
-    Layout expected{{"DUMMY0", "2560x1440+0+0 60.00 Hz"}, {"DUMMY1", "1280x720+2560+0 60.00 Hz"}};
-    EXPECT_EQ(layoutOnce(expected), expected);
-    ChildProcess second(started("slot-one"));
-    EXPECT_EQ(second.wait(), 0);
-    expected = {{"DUMMY0", "1920x1080+0+0 59.96 Hz"}, {"DUMMY1", "1280x720+1920+0 60.00 Hz"}};
-    EXPECT_EQ(layoutOnce(expected), expected);
+    EXPECT_EQ(layoutOnce(leftHasTwo), leftHasTwo);
+    EXPECT_EQ(ChildProcess(started("slot-one")).wait(), 0);
+    EXPECT_EQ(layoutOnce(leftHasOne), leftHasOne);
     ChildProcess unknown(started("slot-three"));
     EXPECT_EQ(unknown.wait(), 2);
     EXPECT_TRUE(unknown.waitForLine("usage: .*"));
@@ -127,8 +123,7 @@ TEST_F(PanelIcon, ActionsFromOutsideDoWhatTheKeysDoWhetherTessaryRunsOrNot) {
 
 TEST_F(PanelIcon, SecondStartHandsOverToTheFirstUnlessThatRunsOnAnotherServer) {
     Panel panel(bus_);
-    ChildProcess first(programOnBus());
-    ASSERT_TRUE(isReady());
+    Tessary first(*this, programOnBus());
     ASSERT_TRUE(client_.waitUntil([this] { return !home_.settings().empty(); }));
     const auto settings = home_.settings();
     ChildProcess second(programOnBus());
@@ -141,9 +136,8 @@ TEST_F(PanelIcon, SecondStartHandsOverToTheFirstUnlessThatRunsOnAnotherServer) {
 
     const XServer otherServer(home_);
     const auto onOther = [&](const Words& arguments) {
-        Words words{bus_.environment(), TESSARY_PROGRAM};
-        words.insert(words.end(), arguments.begin(), arguments.end());
-        return home_.commandOn(otherServer.display(), words);
+        return home_.commandOn(otherServer.display(), {bus_.environment(), TESSARY_PROGRAM},
+                               arguments);
     };
     ChildProcess third(onOther({}));
     Client otherClient(otherServer.display());
@@ -153,11 +147,9 @@ TEST_F(PanelIcon, SecondStartHandsOverToTheFirstUnlessThatRunsOnAnotherServer) {
     ChildProcess fourth(onOther({"--action", "slot-two"}));
     EXPECT_EQ(fourth.wait(), 0) << "there is a first one on each server";
     EXPECT_EQ(fourth.lines(), Words());
-    third.signal(SIGTERM);
-    EXPECT_EQ(third.wait(), 0);
+    EXPECT_EQ(third.end(), 0);
     first.signal(SIGCONT);
-    first.signal(SIGTERM);
-    EXPECT_EQ(first.wait(), 0);
+    EXPECT_EQ(first.end(), 0);
     EXPECT_EQ(first.lines(), Words());
 }
 

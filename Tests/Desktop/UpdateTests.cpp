@@ -14,6 +14,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
+const std::string check = "\nCheck for Updates…\nQuit Tessary\n";
+const std::string noCheck = "\nCheck for Updates… (disabled)\nQuit Tessary\n";
+
 class Updates : public PanelDesktop {
 protected:
     /// Announces 1.10 and installs a Tessary of its own, which looks there.
@@ -48,22 +51,18 @@ protected:
             << "[Default Applications]\ntext/plain=handler.desktop\n";
     }
 
-    Words program() const {
-        return home_.commandOn(server_.display(), {bus_.environment(), prefix_ / "bin/tessary"});
+    Words program(const std::string& language = "en") const {
+        return home_.commandOn(
+            server_.display(),
+            {bus_.environment(), "LANG=C.UTF-8", "LANGUAGE=" + language, prefix_ / "bin/tessary"});
     }
 
-    bool shows(const std::string& text) const {
-        return Panel::waitUntil([&] { return shown().find(text) != std::string::npos; });
-    }
-
-    std::string shown() const { return reader_.shown(QStringLiteral("tessary")); }
-
-    void press(const char* button) const {
-        reader_.act(QStringLiteral("tessary"), QString::fromUtf8(button));
+    bool hasClosed() const {
+        return waitUntil([this] { return reader_.shown().empty(); });
     }
 
     bool isHandedOver() const {
-        return Panel::waitUntil([this] {
+        return waitUntil([this] {
             std::ifstream file(handed_, std::ios::binary);
             return std::string(std::istreambuf_iterator(file), {}) == package_.toStdString();
         });
@@ -81,12 +80,12 @@ TEST_F(Updates, AreOfferedVerifiedAndGivenToWhateverTheDesktopHasForPackages) {
     configure(false);
     ChildProcess tessary(program());
     ASSERT_TRUE(panel_.hasIcon());
-    EXPECT_TRUE(panel_.openedMenu().ends_with("\nCheck for Updates…\nQuit Tessary\n"));
+    EXPECT_TRUE(panel_.openedMenu().ends_with(check));
     panel_.choose("Check for Updates…");
-    ASSERT_TRUE(shows("push button Install, focused")) << shown();
-    press("push button Install");
+    ASSERT_TRUE(reader_.tells("push button Install (Tessary 1.10 is available")) << reader_.shown();
+    reader_.act("push button Install");
     EXPECT_TRUE(isHandedOver());
-    EXPECT_TRUE(Panel::waitUntil([this] { return shown().empty(); })) << shown();
+    EXPECT_TRUE(hasClosed()) << reader_.shown();
     panel_.openedMenu();
     panel_.choose("Quit Tessary");
     EXPECT_EQ(tessary.wait(), 0);
@@ -99,7 +98,7 @@ TEST_F(Updates, AreNotLookedForWithWhatOthersCouldHaveInstalled) {
     fs::permissions(prefix_ / "lib", fs::perms::group_write, fs::perm_options::add);
     ChildProcess tessary(program());
     ASSERT_TRUE(panel_.hasIcon());
-    EXPECT_TRUE(panel_.openedMenu().ends_with("\nCheck for Updates… (disabled)\nQuit Tessary\n"));
+    EXPECT_TRUE(panel_.openedMenu().ends_with(noCheck));
     panel_.choose("Quit Tessary");
     EXPECT_EQ(tessary.wait(), 0);
     ASSERT_EQ(tessary.lines().size(), 1U);
@@ -107,21 +106,56 @@ TEST_F(Updates, AreNotLookedForWithWhatOthersCouldHaveInstalled) {
     EXPECT_EQ(updateServer_.requests.size(), 0U);
 }
 
+TEST_F(Updates, AreLookedForOnceWhenTheUserAsksDuringACheckOfSchedule) {
+    configure(false);
+    updateServer_.answers["/feed"].status = 0;
+    ChildProcess tessary(program());
+    choosePreferences();
+    ASSERT_TRUE(reader_.tells("check box Check automatically")) << reader_.shown();
+    reader_.act("check box Check automatically");
+    const auto& requests = updateServer_.requests["/feed"];
+    ASSERT_TRUE(waitUntil([&] { return !requests.empty(); }));
+    EXPECT_TRUE(panel_.openedMenu().ends_with(noCheck));
+    reader_.act("push button Check Now");
+    ASSERT_TRUE(reader_.tells("progress bar Looking for updates…, focused")) << reader_.shown();
+    client_.tap(keys::escape);
+    ASSERT_TRUE(waitUntil([&] { return panel_.openedMenu().ends_with(check); }));
+    updateServer_.answers["/feed"].status = 200;
+    panel_.choose("Check for Updates…");
+    EXPECT_TRUE(reader_.tells("push button Install")) << reader_.shown();
+    EXPECT_EQ(requests.size(), 2U) << "one for both, and this one";
+}
+
 TEST_F(Updates, OfScheduleShowThemselvesOnlyWhenThereIsSomethingNewAndOnceADay) {
     configure(true);
     {
-        ChildProcess tessary(program());
-        ASSERT_TRUE(shows("push button Skip This Version")) << shown();
-        press("push button Skip This Version");
-        EXPECT_TRUE(Panel::waitUntil([this] { return shown().empty(); })) << shown();
-        EXPECT_TRUE(panel_.openedMenu().ends_with("\nCheck for Updates…\nQuit Tessary\n"));
+        ChildProcess tessary(program("de"));
+        ASSERT_TRUE(reader_.tells("push button Diese Version überspringen")) << reader_.shown();
+        reader_.act("push button Diese Version überspringen");
+        EXPECT_TRUE(hasClosed()) << reader_.shown();
+        EXPECT_TRUE(panel_.openedMenu().ends_with(check));
     }
     ChildProcess again(program());
-    ASSERT_TRUE(Panel::waitUntil([this] { return panel_.registrations() == 2; }));
+    ASSERT_TRUE(waitUntil([this] { return panel_.registrations() == 2; }));
     panel_.openedMenu();
     panel_.choose("Check for Updates…");
-    EXPECT_TRUE(shows("push button Skip This Version")) << "the user sees skipped versions, too";
+    EXPECT_TRUE(reader_.tells("push button Skip This Version"))
+        << "the user sees skipped versions, too";
     EXPECT_EQ(updateServer_.requests["/feed"].size(), 2U) << "by itself it had looked a moment ago";
+}
+
+TEST_F(Updates, OfScheduleAreLookedForOnceADayAlsoWhereNothingCanBeStored) {
+    configure(true);
+    std::ofstream(home_.path() / "config/tessary") << "a file in the way";
+    updateServer_.answers["/feed"].body.replace("1.10", "0.0.1");
+    const ChildProcess tessary(program());
+    ASSERT_TRUE(panel_.hasIcon());
+    const auto& requests = updateServer_.requests["/feed"];
+    ASSERT_TRUE(
+        waitUntil([&] { return !requests.empty() && panel_.openedMenu().ends_with(check); }));
+    panel_.choose("Check for Updates…");
+    EXPECT_TRUE(reader_.tells("label Tessary is up to date")) << reader_.shown();
+    EXPECT_EQ(requests.size(), 2U);
 }
 
 } // namespace

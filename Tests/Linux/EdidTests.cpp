@@ -1,9 +1,9 @@
 #include "Linux/Displays/Edid.h"
 #include "Linux/Displays/ModeRate.h"
+#include "Linux/Monitor.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <tuple>
 #include <vector>
 
@@ -11,18 +11,6 @@ namespace {
 
 using namespace tessary;
 using Bytes = std::vector<std::uint8_t>;
-
-/// A block as monitors send it, with a wrong checksum. In front of the name stands a timing that
-/// has a name's tag at its place.
-Bytes edidBlock(const std::string& name) {
-    Bytes block{0,    0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0,
-                0x10, 0xAC, 0xC1, 0x40, 0x4C, 0x34, 0x31, 0xF3};
-    block.resize(128);
-    std::ranges::copy(Bytes{0, 0x5E, 0, 0xFC, 0xA0, 'x'}, block.begin() + 54);
-    block[93] = 0xFC;
-    std::ranges::copy(name, block.begin() + 95);
-    return block;
-}
 
 TEST(Edid, TheNameIsItsPrintingTextUpToTheLineFeed) {
     // clang-format off

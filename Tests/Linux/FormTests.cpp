@@ -11,8 +11,12 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QTranslator>
 
-#include <array>
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -21,31 +25,74 @@ namespace {
 
 using namespace Forms;
 
+/// A box with a text, as the fields of shortcuts draw it at rest and while they record.
 struct Canvas : NSView {
-    Canvas() : NSView(CGRect{}) {}
+    Canvas() : NSView(CGRect{}) { setToolTip("Not set"); }
 
     CGSize intrinsicContentSize() const override { return {130, 24}; }
-    void draw(CGRect /*dirtyRect*/) override {}
+    bool acceptsFirstResponder() const override { return true; }
+    void draw(CGRect /*dirtyRect*/) override {
+        const NSColor accent = NSColor::controlAccentColor();
+        auto box = NSBezierPath::bezierPathWithRoundedRect({{0.5, 0.5}, {129, 23}}, 6, 6);
+        box.fill(records ? accent.colorWithAlphaComponent(0.12) : NSColor::textBackgroundColor());
+        box.setLineWidth(records ? 2 : 1);
+        box.stroke(records ? accent : NSColor::separatorColor());
+        NSStringDrawAtPoint("Text", {40, 6}, {{12}, records ? accent : text});
+    }
+
+    bool records = false;
+    NSColor text = NSColor::tertiaryLabelColor();
 };
+
+/// Of two colours (WCAG 2.1).
+double contrast(QRgb a, QRgb b) {
+    const auto luminance = [](QRgb colour) {
+        const auto linear = [](int part) {
+            const double c = part / 255.0;
+            return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * linear(qRed(colour)) + 0.7152 * linear(qGreen(colour)) +
+               0.0722 * linear(qBlue(colour));
+    };
+    const auto [darker, lighter] = std::minmax({luminance(a), luminance(b)});
+    return (lighter + 0.05) / (darker + 0.05);
+}
+
+/// What stands out most from the most frequent colour of a picture's part, and how much.
+std::pair<QRgb, double> ink(const QImage& image, const QRect& part) {
+    std::map<QRgb, int> colours;
+    for (int y = part.top(); y <= part.bottom(); ++y)
+        for (int x = part.left(); x <= part.right(); ++x)
+            ++colours[image.pixel(x, y)];
+    const QRgb background = std::ranges::max_element(colours, {}, [](const auto& entry) {
+                                return entry.second;
+                            })->first;
+    std::pair<QRgb, double> most;
+    for (const auto& [colour, count] : colours)
+        if (const double found = contrast(colour, background); found > most.second)
+            most = {colour, found};
+    return most;
+}
 
 class FormWidgets : public testing::Test {
 protected:
-    FormWidgets() : application_(makeApplication()) { widget_.emplace(); }
-
     /// Shows the form that the fields below describe.
     void render() {
-        const Label label{"1.square", {}, {{Text{"Row"}}}};
-        const Stack content{Axis::horizontal, {}, 0, {{picker("")}, {canvas()}}};
-        const Toggle toggle{{"A & B"}, isOn, [this](bool on) { calls += on ? " on" : " off"; }};
-        const Button button{{"Reset"}, ControlSize::small, [this] { calls += " reset"; }};
+        const Label label{"1.square", {}, {{Text{"Row 1", Wording::verbatim}}}};
+        const Stack content{Axis::horizontal, 8, 0, {{picker("")}, {canvas()}}};
+        const Toggle toggle{{toggleText}, isOn, [this](bool on) { calls += on ? " on" : " off"; }};
+        const Button button{
+            {"Restore Defaults"}, ControlSize::small, [this] { calls += " reset"; }};
         Form form;
-        form.width = 400;
-        form.sections.push_back({Text{header},
-                                 {{picker("Display")},
-                                  {LabeledContent{{{label}}, {{content}}}},
-                                  {toggle},
-                                  {Stack{Axis::horizontal, {}, 0, {{Spacer{}}, {button}}}}},
-                                 {}});
+        form.width = width;
+        form.sections.push_back(
+            {Text{header},
+             {{picker("Display")},
+              {LabeledContent{{{label}}, {{content}}}},
+              {toggle},
+              lastRow.empty() ? View{Stack{Axis::horizontal, {}, 0, {{Spacer{}}, {button}}}}
+                              : View{LabeledContent{{{Text{lastRow}}}, {{button}}}}},
+             {{Text{"Foot", {}, Font::caption, ForegroundStyle::tertiary}}}});
         for (const std::string& note : notes)
             form.sections.push_back(
                 {{},
@@ -67,9 +114,39 @@ protected:
         return *widget_->findChildren<Kind*>().at(number);
     }
 
+    const QLabel& visibleLabel(QStringView text) const {
+        for (const QLabel* label : widget_->findChildren<QLabel*>())
+            if (label->isVisible() && label->text() == text)
+                return *label;
+        throw std::invalid_argument("no such label");
+    }
+
+    /// The pixels of a widget's part, at scale 2.
+    std::pair<QRgb, double> inkIn(QWidget& part, QRect within) {
+        constexpr int scale = 2;
+        QImage image(widget_->size() * scale, QImage::Format_RGB32);
+        image.setDevicePixelRatio(scale);
+        widget_->QWidget::render(&image);
+        within.translate(part.mapTo(&*widget_, QPoint()));
+        return ink(image, {within.topLeft() * scale, within.size() * scale});
+    }
+    std::pair<QRgb, double> textOf(QWidget& part) {
+        return inkIn(part, part.rect().marginsRemoved({4, 4, 4, 4} /* the outline */));
+    }
+    std::pair<QRgb, double> outlineOf(QWidget& part) {
+        return inkIn(part, {-3, part.height() / 2, 6, 1});
+    }
+
+    const bool isOffscreen = qputenv("QT_QPA_PLATFORM", "offscreen");
+    int argumentCount = 0;
+    QApplication application{argumentCount, nullptr};
+    std::optional<FormWidget> widget_{std::in_place};
     std::vector<std::string> entries{"One", "-", "Two"};
     std::optional<std::size_t> selected = 0;
     std::string header = "Header";
+    std::string toggleText = "A & B";
+    std::string lastRow;
+    double width = 400;
     std::vector<std::string> notes;
     bool isEnabled = true;
     bool isOn = false;
@@ -99,19 +176,6 @@ private:
                     view = updated;
                 }};
     }
-
-    static std::unique_ptr<QApplication> makeApplication() {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-        static int count = 1;
-        static char name[] = "test";
-        static std::array<char*, 2> arguments{name, nullptr};
-        return std::make_unique<QApplication>(count, arguments.data());
-    }
-
-    std::unique_ptr<QApplication> application_;
-
-protected:
-    std::optional<FormWidget> widget_; ///< does not outlive the application
 };
 
 TEST_F(FormWidgets, ANewerFormChangesTheValuesOfTheSameWidgetsAndCallsNobody) {
@@ -166,6 +230,20 @@ TEST_F(FormWidgets, WhatTheUserDoesIsToldOnce) {
     press(find<QCheckBox>(), Qt::Key_Space);
     press(find<QPushButton>(), Qt::Key_Space);
     EXPECT_EQ(calls, " entry 2 on reset");
+    calls.clear();
+    const auto monitor =
+        NSEvent::addLocalMonitorForEventsMatchingMask(2, [this](const NSEvent& event) {
+            calls += event.locationInWindow.x > 0 && event.locationInWindow.y > 0 ? " click" : " ?";
+            return NSEvent::Passage::passOn;
+        });
+    for (QObject* control :
+         std::initializer_list<QObject*>{&find<QCheckBox>(), &find<QPushButton>(), &box}) {
+        auto* actions = QAccessible::queryAccessibleInterface(control)->actionInterface();
+        actions->doAction(actions->actionNames().first());
+    }
+    press(*box.view(), Qt::Key_Return); // what is chosen already
+    NSEvent::removeMonitor(*monitor);
+    EXPECT_EQ(calls, " click off click click entry 2");
 }
 
 TEST_F(FormWidgets, TheFormIsAsWideAsToldAndAsTallAsItNeeds) {
@@ -189,6 +267,46 @@ TEST_F(FormWidgets, TheFormIsAsWideAsToldAndAsTallAsItNeeds) {
     EXPECT_EQ(widget_->size(), before) << "at once";
 }
 
+TEST_F(FormWidgets, RowsHaveCommonColumnsThatGrowWithTheFont) {
+    show();
+    for (const int pixels : {12, 27}) {
+        QFont font = QApplication::font();
+        font.setPixelSize(pixels);
+        QApplication::setFont(font);
+        for (int i = 0; i < 3; ++i) // the news, the form that is rendered because of it, its layout
+            QApplication::processEvents();
+        const auto frame = [this](QWidget& part) {
+            return QRect(part.mapTo(&*widget_, QPoint()), part.size());
+        };
+        const QRect whole = frame(find<QComboBox>(0));
+        const QRect box = frame(find<QComboBox>(1));
+        const QRect field = frame(*existingWidget(*view));
+        const auto scaled = [&](double points) {
+            return qRound(points * std::max(pixels, 13) / 13);
+        };
+        EXPECT_EQ(field.size(), QSize(scaled(130), scaled(24)));
+        EXPECT_EQ(QPoint(whole.left(), box.height()), QPoint(box.left(), whole.height()));
+        EXPECT_EQ(QPoint(whole.right(), field.height()), QPoint(field.right(), box.height()));
+        EXPECT_EQ(field.left() - box.right() - 1, scaled(8));
+        EXPECT_EQ(whole.right(), frame(find<QPushButton>()).right());
+        EXPECT_EQ(widget_->width() - 1 - whole.right(), scaled(16) + scaled(12));
+        const QLabel& row = visibleLabel(u"Row &1");
+        const int line = row.fontMetrics().height();
+        EXPECT_EQ(row.parentWidget()->findChild<QWidget*>()->size(), QSize(line, line));
+    }
+}
+
+TEST_F(FormWidgets, LabelsAreBrokenOnlyWhereNothingElseLeavesThemRoom) {
+    lastRow = "A label that may be broken";
+    show();
+    const QLabel& label = visibleLabel(QString::fromStdString(lastRow));
+    for (; width > 200 && label.height() < 2 * label.fontMetrics().height(); width -= 2)
+        show();
+    const auto& button = find<QPushButton>();
+    EXPECT_EQ(button.width(), button.minimumSizeHint().width());
+    EXPECT_LT(button.width(), button.sizeHint().width());
+}
+
 TEST_F(FormWidgets, TextsArePlain) {
     header = "<b>A</b> & {}";
     entries = {"<b>&B</b>"};
@@ -196,45 +314,75 @@ TEST_F(FormWidgets, TextsArePlain) {
     EXPECT_EQ(find<QLabel>().text(), u"<b>A</b> & {}");
     EXPECT_EQ(find<QLabel>().textFormat(), Qt::PlainText);
     EXPECT_EQ(find<QComboBox>().currentText(), u"<b>&B</b>");
-    EXPECT_EQ(find<QCheckBox>().text(), u"A && B") << "would be a mnemonic";
+    EXPECT_EQ(find<QCheckBox>().text(), u"&A && B") << "a mnemonic, but not the one in the text";
     EXPECT_EQ(wordsOf(FormattedText{{.text = "Now {}: {}"}, "{} & %1"}), u"Now {} & %1: {}");
 }
 
-TEST_F(FormWidgets, ShadesAndSizesOfTextsFollowTheDesktops) {
+TEST_F(FormWidgets, TextsCanBeReadAndOutlinesSeenInLightAndInDarkColours) {
+    QPalette dark(QColor(0x424245), QColor(0x222020));
+    dark.setColor(QPalette::Base, 0x3D3D3D);
+    dark.setColor(QPalette::Highlight, 0x12608A);
     notes = {"Note"};
     show();
-    auto& note = *widget_->findChildren<QLabel*>().last();
-    QFont font = QApplication::font();
-    font.setPointSizeF(20);
-    QApplication::setFont(font);
-    QApplication::setPalette(QPalette(Qt::darkBlue));
-    for (int i = 0; i < 2; ++i) // the news, and the form that is rendered because of it
-        QApplication::processEvents();
-    EXPECT_DOUBLE_EQ(note.font().pointSizeF(), 17);
-    QColor shade = QApplication::palette().color(QPalette::WindowText);
-    EXPECT_GT(shade.lightness(), 128) << "on dark blue";
-    shade.setAlphaF(0.7F);
-    EXPECT_EQ(note.palette().color(QPalette::WindowText), shade);
+    widget_->setAttribute(Qt::WA_KeyboardFocusChange);
+    for (const QPalette& palette : {QApplication::palette(), dark}) {
+        QApplication::setPalette(palette);
+        for (int i = 0; i < 2; ++i) // the news, and the form that is rendered because of it
+            QApplication::processEvents();
+        for (QLabel* label : widget_->findChildren<QLabel*>())
+            EXPECT_TRUE(label->isHidden() || textOf(*label).second >= 4.5)
+                << label->text().toStdString();
+        QWidget& field = *existingWidget(*view);
+        auto& canvas = dynamic_cast<Canvas&>(*view);
+        for (const NSColor& text :
+             {NSColor::labelColor(), NSColor::tertiaryLabelColor(), NSColor::systemBlueColor()}) {
+            canvas.text = text;
+            EXPECT_GE(textOf(field).second, 4.5) << static_cast<int>(text.name);
+        }
+        for (QWidget* control : std::initializer_list<QWidget*>{
+                 &find<QComboBox>(), &find<QCheckBox>(), &find<QPushButton>(), &field}) {
+            EXPECT_GE(outlineOf(*control).second, 3) << control->metaObject()->className();
+            control->setFocus(Qt::TabFocusReason);
+            EXPECT_GE(outlineOf(*control).second, 3) << control->metaObject()->className();
+        }
+        const QRgb focused = outlineOf(field).first;
+        const auto monitor = NSEvent::addLocalMonitorForEventsMatchingMask(
+            NSEventMaskFromType(NSEventType::keyDown),
+            [](const NSEvent&) { return NSEvent::Passage::passOn; });
+        canvas.records = true;
+        EXPECT_GE(textOf(field).second, 4.5) << "while it records";
+        EXPECT_GE(outlineOf(field).second, 3) << "while it records";
+        EXPECT_GE(contrast(outlineOf(field).first, focused), 1.5) << "the one from the other";
+        NSEvent::removeMonitor(*monitor);
+        canvas.records = false;
+    }
 }
 
-TEST_F(FormWidgets, EveryControlHasANameAndIsReachedByTab) {
-    show();
-    const auto nameOf = [](QWidget* widget) {
-        auto* accessible = QAccessible::queryAccessibleInterface(widget);
-        const auto labels = accessible->relations(QAccessible::Label);
-        return (labels.isEmpty() ? accessible : labels[0].first)->text(QAccessible::Name);
-    };
-    QStringList names;
-    QWidget* control = &find<QComboBox>();
-    do {
-        names += nameOf(control);
-        control->setFocus();
-        QKeyEvent tab(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier);
-        QApplication::sendEvent(control, &tab);
-        control = QApplication::focusWidget();
-    } while (control != &find<QComboBox>());
-    EXPECT_EQ(names.join(u", "), u"Display, Row, A & B, Reset");
-    EXPECT_EQ(nameOf(existingWidget(*view)), u"Row");
+TEST_F(FormWidgets, SpeakTheUsersLanguageWithAMnemonicForEachControl) {
+    header = "General";
+    toggleText = "Resolutions"; // in English with the initial of the button
+    notes = {"Display"};        // verbatim
+    entries = {"One"};
+    const std::vector<std::pair<QString, std::string>> rows{
+        {QStringLiteral("de"), "Allgemein, &Bildschirm, Row &1, Foot, Display, &Auflösungen, "
+                               "&Standardwerte wiederherstellen"},
+        {QStringLiteral("ja"),
+         "一般, ディスプレイ(&D), Row &1, Foot, Display, 解像度(&R), デフォルトに戻す(&E)"}};
+    for (const auto& [language, expected] : rows) {
+        QTranslator translator;
+        ASSERT_TRUE(translator.load(QStringLiteral(":/translations/tessary_") + language));
+        QCoreApplication::installTranslator(&translator);
+        show();
+        QStringList shown;
+        for (const auto* label : widget_->findChildren<QLabel*>())
+            if (label->isVisible())
+                shown += label->text();
+        for (const auto* button : widget_->findChildren<QAbstractButton*>())
+            shown += button->text();
+        EXPECT_EQ(shown.join(u", ").toStdString(), expected);
+    }
+    EXPECT_EQ(existingWidget(*view)->cursor().shape(), Qt::PointingHandCursor);
+    EXPECT_NE(existingWidget(*view)->toolTip(), u"Not set");
 }
 
 } // namespace

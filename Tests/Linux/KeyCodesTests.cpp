@@ -1,6 +1,4 @@
 #include "Linux/HotKeys/KeyCodes.h"
-#include "Linux/HotKeys/ModifierMap.h"
-#include "Platform/Carbon.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +6,6 @@
 #include <map>
 
 #include <linux/input-event-codes.h>
-#include <xcb/xproto.h>
 
 namespace {
 
@@ -38,18 +35,6 @@ TEST(KeyCodes, KeysStandWhereTheKernelAndTheShortcutsNumberThem) {
         EXPECT_EQ(virtualKey(hardware), expected) << "hardware key " << int{hardware};
     EXPECT_EQ(virtualKey(KEY_LEFTSHIFT), std::nullopt);
     EXPECT_TRUE(hardwareKeys(10).empty());
-}
-
-TEST(ModifierMap, GrabsEveryCombinationOfTheLocksOnceAndIgnoresThemInEvents) {
-    const ModifierMap usual{XCB_MOD_MASK_1, XCB_MOD_MASK_4, XCB_MOD_MASK_2, XCB_MOD_MASK_5};
-    EXPECT_EQ(usual.lockSubsets().size(), 8U);
-    const ModifierMap shared{XCB_MOD_MASK_1, XCB_MOD_MASK_4, XCB_MOD_MASK_2, XCB_MOD_MASK_2};
-    EXPECT_EQ(shared.lockSubsets(), (std::vector<std::uint16_t>{0, 2, 16, 18}));
-    EXPECT_EQ(usual.xModifiers(cmdKey | shiftKey), XCB_MOD_MASK_4 | XCB_MOD_MASK_SHIFT);
-    EXPECT_EQ(usual.xModifiers(optionKey | controlKey), XCB_MOD_MASK_1 | XCB_MOD_MASK_CONTROL);
-    EXPECT_EQ(ModifierMap{}.xModifiers(cmdKey), std::nullopt) << "no key has that modifier";
-    EXPECT_EQ(usual.withoutLocks(XCB_MOD_MASK_4 | XCB_MOD_MASK_2 | XCB_BUTTON_MASK_1),
-              XCB_MOD_MASK_4);
 }
 
 } // namespace

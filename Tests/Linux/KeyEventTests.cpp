@@ -1,4 +1,5 @@
 #include "Linux/Desktop/Events/KeyEvents.h"
+#include "Linux/Desktop/Windows/WindowWidget.h"
 
 #include <gtest/gtest.h>
 
@@ -83,29 +84,25 @@ TEST_F(KeyEvents, TellKeysByTheirPlaceAndModifiersAfterTheEvent) {
 }
 
 /// A window that notes what reaches it.
-struct Window : QWidget {
+template <typename Base>
+struct Window : Base {
+    using Base::Base;
     bool event(QEvent* event) override {
-        switch (event->type()) {
-        case QEvent::KeyPress:
-            reached += "press ";
-            break;
-        case QEvent::KeyRelease:
-            reached += "release ";
-            break;
-        case QEvent::MouseButtonPress:
-            reached += "click ";
-            break;
-        default:
-            break;
-        }
-        return QWidget::event(event);
+        const auto type = event->type();
+        reached += type == press                      ? "press "
+                   : type == release                  ? "release "
+                   : type == QEvent::MouseButtonPress ? "click "
+                                                      : "";
+        return Base::event(event);
     }
     std::string reached;
 };
 
+struct Model : ObservableObject {};
+
 struct MonitorTest : KeyEvents {
     MonitorTest() { window.show(); }
-    ~MonitorTest() override { stop(); }
+    void TearDown() override { stop(); }
 
     void watch(NSEvent::Passage passage) {
         const auto note = [this, passage](const NSEvent& event) {
@@ -119,21 +116,23 @@ struct MonitorTest : KeyEvents {
     void stop() { NSEvent::removeMonitor(*std::exchange(monitor, 0)); }
 
     /// Whether the event was accepted.
-    bool send(QEvent::Type type, quint32 place = KEY_A, bool isRepeat = false,
-              bool isLater = true) {
+    bool send(QEvent::Type type, quint32 place = KEY_A, bool isRepeat = false, bool isLater = true,
+              QWidget* to = nullptr) {
         QKeyEvent event = Key{type, place, 'a', Qt::Key_A, {}, 0, isRepeat}.event();
         event.setTimestamp(time += isLater ? 1 : 0);
         event.setAccepted(false);
-        QCoreApplication::sendEvent(window.windowHandle(), &event);
+        QCoreApplication::sendEvent((to != nullptr ? to : &window)->windowHandle(), &event);
         return event.isAccepted();
     }
-    void click(Qt::MouseButton button) {
+    static void click(QWidget& window, Qt::MouseButton button = Qt::LeftButton) {
         QMouseEvent event(QEvent::MouseButtonPress, {1, 2}, {1, 2}, button, button, {});
         QCoreApplication::sendEvent(window.windowHandle(), &event);
     }
 
     quint64 time = 0;
-    Window window;
+    std::shared_ptr<NSWindow> program = NSWindow::windowWithContentViewController(
+        NSHostingController::make([] { return Forms::Form{}; }, std::make_shared<Model>()));
+    Window<WindowWidget> window{program};
     std::string seen;
     std::optional<NSEvent::Monitor> monitor = 0;
 };
@@ -143,7 +142,7 @@ TEST_F(MonitorTest, SeesEachEventOnceAndLetsPassWhatItDoesNotSwallow) {
     for (const auto type : {press, release})
         send(type);
     for (const auto button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton})
-        click(button);
+        click(window, button);
     EXPECT_EQ(seen, "10 1 3 ");
     EXPECT_EQ(window.reached, "press release click click click ");
 }
@@ -171,6 +170,24 @@ TEST_F(MonitorTest, SwallowedKeysReachNobodyUntilTheyAreReleased) {
     EXPECT_FALSE(send(QEvent::ShortcutOverride));
     send(press);
     EXPECT_EQ(window.reached, "press ");
+}
+
+TEST_F(MonitorTest, SeesNothingOfTheUpdateFrameworksWindows) {
+    Window<QWidget> update;
+    update.show();
+    watch(NSEvent::Passage::swallow);
+    send(press);
+    click(update);
+    send(press, KEY_B, false, true, &update);
+    send(press, KEY_A, true, true, &update); // still swallowed
+    EXPECT_EQ(update.reached, "click press ");
+    EXPECT_EQ(seen, "10 ");
+    for (QWidget* owner : {static_cast<QWidget*>(&update), static_cast<QWidget*>(nullptr)}) {
+        QWidget menu(owner, Qt::Popup);
+        menu.show();
+        click(menu);
+    }
+    EXPECT_EQ(seen, "10 1 ") << "the program's own menu";
 }
 
 } // namespace

@@ -6,61 +6,75 @@
 namespace tessary {
 namespace {
 
-/// It offers the modes 1, which is its preferred one, 2 and 3.
-DisplayRecord showing(std::uint32_t mode, std::uint32_t absences = 0, std::uint32_t model = 1) {
-    DisplayRecord display;
-    display.absences = absences;
-    display.model = model;
-    for (const int number : {1, 2, 3}) {
-        ModeRecord& offered = display.modes.emplace_back();
-        offered.id = static_cast<std::uint32_t>(number);
-        offered.rawSize = {number, number};
+/// A display that offers the modes 3, 1, which is its preferred one, and 2. The modes 2 and 3 are
+/// told apart by their rates alone.
+struct Shown {
+    int mode;
+    std::uint32_t absences = 0;
+    std::uint32_t model = 1;
+    const char* connector = "HDMI-1";
+    bool isTurned = false;
+    std::vector<int> offered{3, 1, 2};
+
+    DisplayRecord record() const {
+        DisplayRecord display;
+        display.id = connector == std::string("HDMI-1") ? 1 : 2;
+        display.absences = absences;
+        display.model = model;
+        display.connector = connector;
+        for (const int number : offered) {
+            const PixelSize size = number == 1 ? PixelSize{8, 6} : PixelSize{16, 9};
+            display.modes.push_back({static_cast<std::uint32_t>(number),
+                                     isTurned ? PixelSize{size.height, size.width} : size, size,
+                                     number == 3 ? 59.94 : 60, 0, true, number == 1});
+            if (number == mode)
+                display.current = display.modes.back();
+        }
+        return display;
     }
-    display.current = display.modes[mode - 1];
-    return display;
-}
+};
 
-using Modes = std::vector<std::uint32_t>;
-
-Modes modesOf(const std::vector<ModeChange>& changes) {
-    Modes modes;
-    for (const ModeChange& change : changes)
-        modes.push_back(change.mode);
-    return modes;
+/// The mode that the only display is due; 0: none.
+std::uint32_t modeOf(const std::vector<ModeChange>& changes) {
+    return changes.empty() ? 0 : changes.front().mode;
 }
 
 TEST(PermanentModes, ArePutBackWhereNobodyHasChosenSince) {
     struct Row {
         const char* what;
-        DisplayRecords seen; ///< one after the other, after mode 2 was chosen
-        Modes now;
-        Modes nextSession;
+        std::vector<Shown> seen; ///< one after the other, after mode 2 was chosen
+        std::uint32_t now;
+        std::uint32_t nextSession;
     };
     const std::vector<Row> rows{
-        {"somebody's choice", {showing(3)}, {}, {}},
-        {"somebody's choice of the preferred mode", {showing(1)}, {}, {}},
-        {"a game that takes its mode back", {showing(3), showing(2)}, {}, {2}},
-        {"gone in between", {showing(1, 1)}, {2}, {2}},
-        {"gone, and back in a mode that somebody chose", {showing(3, 1)}, {}, {2}},
-        {"gone, and back in the mode of before", {showing(3), showing(2, 1)}, {}, {2}},
-        {"another display, which has another kept one", {showing(2, 0, 7)}, {3}, {2}},
-        {"the first one again", {showing(3, 0, 7), showing(3)}, {2}, {2}},
-        {"another display in a mode of its own", {showing(1), showing(2, 0, 7)}, {}, {}}};
+        {"somebody's choice", {{3}}, 0, 0},
+        {"somebody's choice of the preferred mode", {{1}}, 0, 0},
+        {"a game that takes its mode back", {{3}, {2}}, 0, 2},
+        {"turned on its side", {{.mode = 2, .isTurned = true}}, 0, 2},
+        {"gone in between", {{1, 1}}, 2, 2},
+        {"gone, and back in a mode that somebody chose", {{3, 1}}, 0, 2},
+        {"gone, and back in the mode of before", {{3}, {2, 1}}, 0, 2},
+        {"gone, and back without the mode", {{.mode = 1, .absences = 1, .offered = {3, 1}}}, 0, 2},
+        {"on another connector", {{.mode = 1, .connector = "DP-1"}}, 0, 2},
+        {"another display, which has another kept one", {{2, 0, 7}}, 3, 2},
+        {"the first one again", {{3, 0, 7}, {3}}, 2, 2},
+        {"another display in a mode of its own", {{1}, {2, 0, 7}}, 0, 0}};
     for (const Row& row : rows) {
         SCOPED_TRACE(row.what);
         Database database(testing::TempDir() + "nothing-is-saved");
         PermanentModes modes(database);
-        modes.remember(showing(3, 0, 7));
-        DisplayRecords told{showing(2)};
+        modes.remember(Shown{3, 0, 7}.record());
+        DisplayRecords told{Shown{2}.record()};
         modes.remember(told.front());
-        Modes due;
-        for (const DisplayRecord& display : row.seen) {
-            modes.follow(told, {display});
-            due = modesOf(modes.due(told, {display}));
-            told = {display};
+        std::uint32_t due = 0;
+        for (const Shown& shown : row.seen) {
+            const DisplayRecords now{shown.record()};
+            modes.follow(told, now);
+            due = modeOf(modes.due(told, now));
+            told = now;
         }
         EXPECT_EQ(due, row.now);
-        EXPECT_EQ(modesOf(modes.due({}, {showing(1)})), row.nextSession);
+        EXPECT_EQ(modeOf(modes.due({}, {Shown{1}.record()})), row.nextSession);
     }
 }
 

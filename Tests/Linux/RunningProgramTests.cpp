@@ -1,5 +1,6 @@
 #include "Linux/RunningProgram.h"
 
+#include <QTemporaryDir>
 #include <gtest/gtest.h>
 #include <sched.h>
 #include <sys/mount.h>
@@ -16,8 +17,8 @@ using tessary::partOfOthers;
 using tessary::runningProgram;
 
 TEST(InstalledFiles, AreSafeWhereOnlyRootAndTheUserCanChangeTheirPath) {
-    std::string name = testing::TempDir() + "tessary-XXXXXX";
-    const fs::path root = fs::canonical(::mkdtemp(name.data()));
+    const QTemporaryDir temporary;
+    const fs::path root = fs::canonical(temporary.path().toStdString());
     const fs::path middle = root / "middle";
     const fs::path file = middle / "file";
     struct Row {
@@ -43,7 +44,6 @@ TEST(InstalledFiles, AreSafeWhereOnlyRootAndTheUserCanChangeTheirPath) {
     EXPECT_EQ(partOfOthers(file), middle) << "it is not there";
     fs::create_directory_symlink("/usr", middle);
     EXPECT_EQ(partOfOthers(middle / "bin"), middle) << "it is a link";
-    fs::remove_all(root);
 }
 
 TEST(InstalledFiles, AreFoundBesideTheProgramWithoutProc) {

@@ -6,6 +6,7 @@
 #include "Platform/Foundation.h"
 
 #include <QCoreApplication>
+#include <QTemporaryDir>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -53,12 +54,6 @@ std::string contents(const std::string& file) {
 /// A folder for one test.
 class Store : public testing::Test {
 protected:
-    void TearDown() override { fs::remove_all(root_); }
-
-    static fs::path temporaryFolder() {
-        std::string name = testing::TempDir() + "tessary-XXXXXX";
-        return ::mkdtemp(name.data());
-    }
     void permit(unsigned folders, unsigned files) const {
         for (const auto& entry : fs::recursive_directory_iterator(root_))
             fs::permissions(entry.path(), fs::perms(entry.is_directory() ? folders : files));
@@ -68,13 +63,21 @@ protected:
         for (const auto& entry : fs::directory_iterator(folder_))
             EXPECT_EQ(entry.path(), file_);
     }
-    const fs::path root_ = temporaryFolder();
+    /// In a process of its own, which alone has its environment and the shared database.
+    [[noreturn]] void alone(const std::function<void()>& check) const {
+        ::setenv("XDG_CONFIG_HOME", folder_.parent_path().c_str(), 1);
+        check();
+        ::_exit(HasFailure() ? 1 : 0);
+    }
+    const QTemporaryDir temporary_;
+    const fs::path root_ = temporary_.path().toStdString();
     const fs::path folder_ = root_ / "config" / "tessary";
     const fs::path file_ = folder_ / "defaults.sqlite";
 };
 
 TEST_F(Store, EveryValueReadsBackWithItsTypeUnderAnyKeyFromTheOneFile) {
-    const std::vector<SqlValue> values{{}, std::string("a\0ü", 4), INT64_MIN, NSData{0, 255}};
+    const std::vector<SqlValue> values{
+        {}, std::string("a\0ü", 4), INT64_MIN, NSData{0, 255}, NSData{}};
     Database other(folder_);
     for (const SqlValue& value : values) {
         Database database(folder_);
@@ -89,7 +92,7 @@ TEST_F(Store, EveryValueReadsBackWithItsTypeUnderAnyKeyFromTheOneFile) {
 }
 
 TEST_F(Store, SettingsLieInAnAbsoluteFolder) {
-    const auto check = [this] { // the environment is this process's alone
+    const auto check = [this] {
         ::setenv("HOME", root_.c_str(), 1);
         ::setenv("XDG_CONFIG_HOME", "relative", 1);
         EXPECT_EQ(configurationFolder(), root_ / ".config");
@@ -97,14 +100,12 @@ TEST_F(Store, SettingsLieInAnAbsoluteFolder) {
         EXPECT_TRUE(configurationFolder().is_absolute());
         ::setenv("XDG_CONFIG_HOME", folder_.c_str(), 1);
         EXPECT_EQ(configurationFolder(), folder_);
-        ::_exit(HasFailure() ? 1 : 0);
     };
-    EXPECT_EXIT(check(), testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(alone(check), testing::ExitedWithCode(0), "");
 }
 
 TEST_F(Store, UserDefaultsHoldAtOnceAndTellTypesAndEmptinessApart) {
-    const auto check = [this] { // in a process of its own, which alone opens the shared database
-        ::setenv("XDG_CONFIG_HOME", folder_.parent_path().c_str(), 1);
+    const auto check = [this] {
         auto& defaults = NSUserDefaults::standardUserDefaults();
         EXPECT_EQ(defaults.dataForKey("key"), std::nullopt);
         defaults.setObject({}, "key");
@@ -122,21 +123,17 @@ TEST_F(Store, UserDefaultsHoldAtOnceAndTellTypesAndEmptinessApart) {
         defaults.removeObjectForKey("key");
         EXPECT_TRUE(Database::shared().flush());
         EXPECT_EQ(get(outside, "key"), std::nullopt);
-        ::_exit(HasFailure() ? 1 : 0);
     };
-    EXPECT_EXIT(check(), testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(alone(check), testing::ExitedWithCode(0), "");
 }
 
 TEST_F(Store, WhatWasDecidedWithoutTheFileYieldsToItAndWhatTheUserDecidedStays) {
-    const auto pipe = [](const fs::path& path) { return ::mkfifo(path.c_str(), 0600) == 0; };
-    const auto folder = [](const fs::path& path) { return fs::create_directory(path); };
-    const auto check = [this](const auto& obstacle, bool isSeeded) {
-        ::setenv("XDG_CONFIG_HOME", folder_.parent_path().c_str(), 1);
+    const auto check = [this](bool isSeeded) {
         Database owner(root_ / "kept");
         EXPECT_TRUE(set(owner, "preset", "the user's"));
         EXPECT_TRUE(!isSeeded || set(owner, "seeded", 1));
         fs::create_directories(folder_);
-        EXPECT_TRUE(obstacle(file_));
+        EXPECT_EQ(::mkfifo(file_.c_str(), 0600), 0); // whose reader would wait
         auto& defaults = NSUserDefaults::standardUserDefaults();
         auto& database = Database::shared();
         defaults.setObject({1}, "chosen");
@@ -154,13 +151,10 @@ TEST_F(Store, WhatWasDecidedWithoutTheFileYieldsToItAndWhatTheUserDecidedStays) 
         EXPECT_EQ(get(database, "chosen"), Row{NSData{1}});
         EXPECT_EQ(get(database, "chosen too"), Row{NSData{3}});
         EXPECT_EQ(database.row(Table::updateSettings, {"key"}), one);
-        ::_exit(HasFailure() ? 1 : 0);
     };
     const std::string lines = "^tessary: [^\n]*in memory[^\n]*\ntessary: [^\n]*again[^\n]*\n$";
     for (const bool isSeeded : {true, false}) {
-        EXPECT_EXIT(check(pipe, isSeeded), testing::ExitedWithCode(0), lines) << isSeeded;
-        fs::remove_all(folder_);
-        EXPECT_EXIT(check(folder, isSeeded), testing::ExitedWithCode(0), lines) << isSeeded;
+        EXPECT_EXIT(alone([&] { check(isSeeded); }), testing::ExitedWithCode(0), lines);
         fs::remove_all(folder_);
     }
 }
@@ -178,13 +172,6 @@ TEST_F(Store, FoldersAndFilesAreTheirOwnersAlone) {
             EXPECT_EQ(entry.status().permissions(), fs::perms(entry.is_directory() ? 0700 : 0600))
                 << entry;
     }
-}
-
-TEST_F(Store, WhatWasWrittenOutlivesAKilledProcess) {
-    Database database(folder_);
-    const auto writeAndDie = [&] { ::raise(set(database, "key", 1) ? SIGKILL : SIGTERM); };
-    EXPECT_EXIT(writeAndDie(), testing::KilledBySignal(SIGKILL), "");
-    EXPECT_EQ(get(database, "key"), one);
 }
 
 TEST_F(Store, AFileThatIsPutBackCountsAtTheNextReading) {
@@ -252,63 +239,68 @@ TEST_F(Store, ADamagedFileIsSetAsideUnchangedAndWhatIsKnownGoesIntoAFreshOne) {
     EXPECT_EQ(get(again, "key"), one);
 }
 
+TEST_F(Store, AFileThatIsBeingCopiedIsNotTakenForDamaged) {
+    Database database(
+        folder_, [] {}, std::chrono::hours(1));
+    EXPECT_TRUE(set(database, "key", 1));
+    const std::string whole = contents(file_);
+    std::ofstream(file_) << whole.substr(0, whole.size() / 2);
+    lineOf("settings are only in memory", [&] {
+        EXPECT_EQ(get(database, "key"), one);
+        EXPECT_FALSE(set(database, "new", 1));
+    });
+    expectOneFile();
+    std::ofstream(file_) << whole;
+    lineOf("settings are saved again", [&] { EXPECT_TRUE(database.flush()); });
+    EXPECT_EQ(get(*std::make_unique<Database>(folder_), "new"), one);
+}
+
 TEST_F(Store, WhatIsRefusedIsKeptWithOneLineUntilItIsSavedWithAnother) {
     const uid_t user = ::geteuid();
     SqlConnection other;
     const rlimit unlimited{RLIM_INFINITY, RLIM_INFINITY};
     ::signal(SIGXFSZ, SIG_IGN);
-    struct Obstacle {
-        std::string name;
-        std::function<void()> begin;
-        std::function<void()> end;
+    const rlimit logLines{1000, RLIM_INFINITY};
+    const auto forbid = [&] {
+        permit(0555, 0444);
+        ASSERT_EQ(::seteuid(user == 0 ? 65534 : user), 0); // no permission binds root
     };
-    const Obstacle obstacles[]{
-        {"read-only",
-         [&] {
-             permit(0555, 0444);
-             ASSERT_EQ(::seteuid(user == 0 ? 65534 : user), 0); // no permission binds root
-         },
-         [&] {
-             ASSERT_EQ(::seteuid(user), 0);
-             permit(0700, 0600);
-         }},
-        {"locked",
-         [&] {
-             other.open(file_, SQLITE_OPEN_READWRITE);
-             other.runScript("BEGIN EXCLUSIVE");
-         },
-         [&] { other.runScript("ROLLBACK"); }},
-        {"full",
-         [&] {
-             const rlimit logLines{1000, RLIM_INFINITY};
-             ::setrlimit(RLIMIT_FSIZE, &logLines);
-         },
+    const auto allow = [&] {
+        ASSERT_EQ(::seteuid(user), 0);
+        permit(0700, 0600);
+    };
+    const auto lock = [&] {
+        other.open(file_, SQLITE_OPEN_READWRITE);
+        other.runScript("BEGIN EXCLUSIVE");
+    };
+    const auto replaceFolder = [&] {
+        fs::rename(folder_, root_ / "aside");
+        std::ofstream(folder_) << "a file where the folder should be";
+    };
+    const auto bringBack = [&] {
+        fs::remove(folder_);
+        fs::rename(root_ / "aside", folder_);
+    };
+    const std::tuple<std::string, std::function<void()>, std::function<void()>> obstacles[]{
+        {"read-only", forbid, allow},
+        {"locked", lock, [&] { other.runScript("ROLLBACK"); }},
+        {"full", [&] { ::setrlimit(RLIMIT_FSIZE, &logLines); },
          [&] { ::setrlimit(RLIMIT_FSIZE, &unlimited); }},
-        {"gone",
-         [&] {
-             fs::rename(folder_, root_ / "aside");
-             std::ofstream(folder_) << "a file where the folder should be";
-         },
-         [&] {
-             fs::remove(folder_);
-             fs::rename(root_ / "aside", folder_);
-         }},
-    };
+        {"gone", replaceFolder, bringBack}};
     EXPECT_TRUE(set(*std::make_unique<Database>(folder_), "old", 1));
-    for (const Obstacle& obstacle : obstacles)
+    for (const auto& [name, begin, end] : obstacles)
         for (const bool wasRead : {true, false}) {
             Database database(folder_);
             EXPECT_TRUE(!wasRead || get(database, "old") == one);
-            const std::string& name = obstacle.name;
             SCOPED_TRACE(name);
-            obstacle.begin();
-            lineOf(file_, [&] {
-                EXPECT_FALSE(set(database, name, 1));
-                EXPECT_FALSE(set(database, name + " too", 1));
+            begin();
+            lineOf(file_, [&, key = name] {
+                EXPECT_FALSE(set(database, key, 1));
+                EXPECT_FALSE(set(database, key + " too", 1));
             });
             EXPECT_EQ(get(database, "old"), wasRead || name != "gone" ? one : Answer()) << name;
             EXPECT_EQ(get(database, name), one);
-            obstacle.end();
+            end();
             lineOf("saved again", [&] { EXPECT_TRUE(database.flush()); });
             Database again(folder_);
             for (const std::string& key : {std::string("old"), name, name + " too"})
@@ -320,10 +312,8 @@ TEST_F(Store, WhatIsRefusedIsKeptWithOneLineUntilItIsSavedWithAnother) {
 
 TEST_F(Store, WritingIsTriedBehindTheEventAndThenFromTimeToTimeInWhateverLoop) {
     int count = 0;
-    static char name[] = "test";
-    char* arguments[]{name, nullptr};
-    int argumentCount = 1;
-    auto loop = std::make_unique<QCoreApplication>(argumentCount, arguments);
+    int argumentCount = 0;
+    auto loop = std::make_unique<QCoreApplication>(argumentCount, nullptr);
     const auto write = [&] {
         if (++count != 2)
             QCoreApplication::quit();
@@ -336,7 +326,7 @@ TEST_F(Store, WritingIsTriedBehindTheEventAndThenFromTimeToTimeInWhateverLoop) {
     QCoreApplication::exec();
     EXPECT_EQ(count, 1) << "for both";
     loop.reset();
-    loop = std::make_unique<QCoreApplication>(argumentCount, arguments);
+    loop = std::make_unique<QCoreApplication>(argumentCount, nullptr);
     MainQueue::shared().wake();
     QCoreApplication::exec();
     EXPECT_EQ(count, 3) << "at once in the new loop, and once more";

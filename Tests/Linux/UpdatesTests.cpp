@@ -5,20 +5,17 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
+#include <QTemporaryDir>
 
 #include <unistd.h>
-
-#include <cstdlib>
-#include <filesystem>
 
 using namespace std::chrono_literals;
 
 namespace {
 
 TEST(Updates, KeepWhetherToCheckAutomaticallyWhichIsOffUntilSet) {
-    std::string root = testing::TempDir() + "tessary-XXXXXX";
-    ASSERT_NE(::mkdtemp(root.data()), nullptr);
-    ::setenv("XDG_CONFIG_HOME", root.c_str(), 1);
+    const QTemporaryDir folder;
+    qputenv("XDG_CONFIG_HOME", folder.path().toUtf8());
     const auto change = [](bool before, bool after) { // in a process of its own, as after a restart
         const auto controller = SPUStandardUpdaterController::initWithStartingUpdater(true);
         SPUUpdater& updater = controller->updater();
@@ -30,8 +27,7 @@ TEST(Updates, KeepWhetherToCheckAutomaticallyWhichIsOffUntilSet) {
     };
     for (const auto& [before, after] : {std::pair(false, true), {true, true}, {true, false}})
         EXPECT_EXIT(change(before, after), testing::ExitedWithCode(0), "") << before << after;
-    ::unsetenv("XDG_CONFIG_HOME");
-    std::filesystem::remove_all(root);
+    qunsetenv("XDG_CONFIG_HOME");
 }
 
 TEST(UpdateSchedule, WaitsForTheRestOfTheIntervalWhateverTheClockWas) {

@@ -1,5 +1,4 @@
-#include "Program/Program.h"
-#include "TSY/AppDelegate.h"
+#include "Program/Launched.h"
 
 namespace {
 
@@ -14,17 +13,8 @@ const std::vector<Display> bothDisplays{
 
 // clang-format on
 
-class Delegate : public Program {
-protected:
-    Delegate() {
-        state.displays = bothDisplays;
-        state.screens = {screen(1, {}, {{0, 0}, {1920, 1080}}), screen(2, {}, {{1920, 0}, {1, 1}})};
-        delegate->applicationDidFinishLaunching();
-        launchLog = state.takeLog();
-    }
-
-    std::shared_ptr<tsy::AppDelegate> delegate = tsy::AppDelegate::make();
-    std::string launchLog;
+struct Delegate : Launched {
+    Delegate() : Launched(bothDisplays, std::nullopt) {}
 };
 
 TEST_F(Delegate, LaunchSeedsEachDisplayThenBuildsTheMenuThenRegistersBothShortcuts) {
@@ -42,46 +32,29 @@ TEST_F(Delegate, LaunchSeedsEachDisplayThenBuildsTheMenuThenRegistersBothShortcu
         << "the first menu shows the presets just seeded";
 }
 
-TEST_F(Delegate, ReopeningShowsThePreferencesAndMakesThemOnlyOnce) {
-    EXPECT_TRUE(delegate->applicationShouldHandleReopen(NSApplication::shared(), false));
-    EXPECT_EQ(state.takeLog(), "list modes of 1; list modes of 1; list modes of 1; activate; "
-                               "show “Tessary” with style 7; centre");
-    EXPECT_TRUE(delegate->applicationShouldHandleReopen(NSApplication::shared(), true));
-    EXPECT_EQ(state.takeLog(), "list modes of 1; activate");
-}
-
-TEST_F(Delegate, ActionsOfTheDesktopDoWhatHotKeysAndMenuDo) {
-    const auto logOf = [this](const char* action) {
-        EXPECT_TRUE(delegate->applicationPerformAction(NSApplication::shared(), action));
-        return state.takeLog();
-    };
-    for (const auto& [action, key] : {std::pair("slot-one", 107U), {"slot-two", 113U}}) {
-        press(key);
-        const std::string pressed = state.takeLog();
-        EXPECT_EQ(logOf(action), pressed);
-    }
-    EXPECT_TRUE(logOf("preferences").ends_with("centre"));
-    EXPECT_FALSE(delegate->applicationPerformAction(NSApplication::shared(), "slot-three"));
-    EXPECT_EQ(state.takeLog(), "");
-}
-
 TEST_F(Delegate, EmptySlotIsExplainedByThePreferencesOncePerRun) {
     state.displays[0].modes.clear();
     press(107);
     EXPECT_EQ(state.takeLog(), "list modes of 1; beep") << "a mode that is gone is no empty slot";
+    // Whatever else shows them explains nothing, and makes them only once.
+    EXPECT_TRUE(delegate->applicationShouldHandleReopen(NSApplication::shared(), false));
+    EXPECT_EQ(state.takeLog(), "list modes of 1; list modes of 1; list modes of 1; activate; "
+                               "show “Tessary” with style 7; centre");
+    EXPECT_TRUE(delegate->applicationShouldHandleReopen(NSApplication::shared(), true));
+    EXPECT_TRUE(delegate->applicationPerformAction(NSApplication::shared(), "preferences"));
+    EXPECT_EQ(state.takeLog(), "list modes of 1; activate; list modes of 1; activate");
+    EXPECT_EQ(choose("Settings…"), "Settings…: list modes of 1; activate\n");
     state.displays = {{.model = 2, .modes = {}}}; // it has just appeared
     press(107);
-    EXPECT_EQ(state.takeLog(), "store seeded.10-2-30 = true; list modes of 1; beep; list modes of "
-                               "1; list modes of 1; list modes of 1; activate; "
-                               "show “Tessary” with style 7; centre");
-    state.isWindowInFront = false;
-    press(107);
+    EXPECT_EQ(state.takeLog(),
+              "store seeded.10-2-30 = true; list modes of 1; beep; list modes of 1; activate");
+    press(113);
     EXPECT_EQ(state.takeLog(), "beep");
 }
 
 TEST_F(Delegate, PressSwitchesTheDisplayUnderThePointerToItsPreset) {
     press(113);
-    state.pointer = {1920, 0};
+    state.pointer = {100, 0};
     press(107);
     delegate->switchTo(Slot::one, tsy::DisplayManager::connectedDisplays().front());
     EXPECT_EQ(state.takeLog(),
@@ -89,26 +62,18 @@ TEST_F(Delegate, PressSwitchesTheDisplayUnderThePointerToItsPreset) {
               "list modes of 2; begin; configure 2 to mode 20; complete permanently; "
               "list modes of 1; begin; configure 1 to mode 11; complete permanently")
         << "a display that is given goes before the pointer";
-}
-
-TEST_F(Delegate, EveryFailureOfAPressIsOneBeep) {
-    // clang-format off
-    const std::vector<std::pair<void (*)(), std::string>> rows{ // each stays when the next one comes
-        {[] { state.refused = "begin"; }, "list modes of 1; begin; beep"},
-        {[] { state.displays[0].modes.clear(); }, "list modes of 1; beep"},
-        {[] { state.displays.clear(); }, "beep"}};
-    // clang-format on
-    for (const auto& [arrange, log] : rows) {
-        arrange();
-        press(107);
-        EXPECT_EQ(state.takeLog(), log);
-    }
+    state.refused = "begin";
+    press(107);
+    state.displays.clear();
+    press(107);
+    EXPECT_EQ(state.takeLog(), "list modes of 2; begin; beep; beep") << "each failure is one";
 }
 
 TEST_F(Delegate, ChangedShortcutsReplaceTheRegisteredOnesUntilTheEnd) {
     tsy::Settings::shared().setShortcut(std::nullopt, Slot::one);
     tsy::Settings::shared().setShortcut(Shortcut{113, 0}, Slot::one); // both slots share it
     delegate->applicationWillTerminate();
+    sendHotKeyEvent(4); // it was on its way
     // clang-format off
     EXPECT_EQ(state.takeLog(),
         "store shortcut.one = zero bytes; tessary.tsy.shortcutsChanged; withdraw; withdraw; "
@@ -119,13 +84,17 @@ TEST_F(Delegate, ChangedShortcutsReplaceTheRegisteredOnesUntilTheEnd) {
 }
 
 TEST_F(Delegate, ChangedDisplaysSeedWhatIsNewOnceTheMainQueueRuns) {
-    state.displays.push_back({.id = 3, .serial = 31, .modes = {}});
+    state.displays.push_back({.id = 3, .serial = 31, .modes = {{30, 2560, 1440, 2560, 60}}});
+    state.defaults["mode.10-20-31.one"] = state.defaults["mode.10-20-31.two"] = NSData{};
+    tsy::DisplayManager::startObserving(); // once more makes no difference
     for (const CGDisplayChangeSummaryFlags flags : {1U, 0U, 1U | 2U, 2U}) // 1: before the change
         reportChange(3, flags);
     EXPECT_EQ(state.takeLog(), "");
     runMainQueue();
     EXPECT_EQ(state.takeLog(), "tessary.tsy.displaysChanged; store seeded.10-20-31 = true; "
-                               "list modes of 3; tessary.tsy.displaysChanged");
+                               "list modes of 3; store mode.10-20-31.two = "
+                               R"({"width":2560,"height":1440,"isHiDPI":false,"refreshRate":60}; )"
+                               "tessary.tsy.displaysChanged");
 }
 
 } // namespace

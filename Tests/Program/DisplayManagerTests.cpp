@@ -21,8 +21,8 @@ TEST_F(Displays, OfferEachSizeAndDensityOnceAtItsBestRate) {
     EXPECT_EQ(catalogueOf({{1, 1280, 800, 1280, 60}, {2, 1920, 1080, 1920, 60},
                            {3, 1280, 800, 2560, 59.94}, {4, 1280, 800, 2560, 60}, // these round alike
                            {5, 1920, 1200, 1920, 0}, {6, 1920, 1080, 1920, 75}, {7, 1920, 1080, 1920, 50},
-                           {8, 640, 480, 640, 1}, {9, 1920, 1080, 3840, 144, false}}),
-              "5: 1920 × 1200 = 1920 × 1200; 6: 1920 × 1080  75 Hz = 1920 × 1080  75 Hz; "
+                           {8, 640, 480, 640, 1}, {9, 1920, 1080, 3840, 144, false}, {10, 2560, 1080, 2560}}),
+              "10: 2560 × 1080 = 2560 × 1080; 5: 1920 × 1200 = 1920 × 1200; 6: 1920 × 1080  75 Hz = 1920 × 1080  75 Hz; "
               "3: 1280 × 800  60 Hz = 1280 × 800  HiDPI  60 Hz; "
               "1: 1280 × 800  (low resolution)  60 Hz = 1280 × 800  60 Hz; "
               "8: 640 × 480  1 Hz = 640 × 480  1 Hz; ");
@@ -56,7 +56,7 @@ std::string connected() {
 }
 
 TEST_F(Displays, AreNamedByTheirScreensAndFoundUnderThePointer) {
-    state.displays = {{.id = 3, .vendor = 4294967295, .model = 0, .serial = 0},
+    state.displays = {{.id = 3, .vendor = 4294967295, .model = 0, .serial = 4294967294},
                       {.id = 1, .isMain = true, .isBuiltin = true},
                       {.id = 4294967295, .isBuiltin = true}};
     state.screens = {
@@ -65,9 +65,8 @@ TEST_F(Displays, AreNamedByTheirScreensAndFoundUnderThePointer) {
         screen(1, "Colour LCD", {{200, 0}, {100, 100}})};
     state.screens[1].deviceDescription["NSScreenNumber"] = short{-1};
     state.screens[2].deviceDescription["NSScreenNumber"] = 1LL;
-    EXPECT_EQ(
-        connected(),
-        "3 4294967295-0-0 Display 3; 1 builtin Colour LCD*; 4294967295 builtin Built-in Display; ");
+    EXPECT_EQ(connected(), "3 4294967295-0-4294967294 Display 3; 1 builtin Colour LCD*; 4294967295 "
+                           "builtin Built-in Display; ");
     const auto idAt = [](CGPoint pointer) {
         state.pointer = pointer;
         return DisplayManager::displayUnderPointer().value_or(tsy::Display{}).id;
@@ -110,6 +109,7 @@ TEST_F(Displays, ResolvePresetsToTheEqualModeElseTheDensityElseTheSize) {
 TEST_F(Displays, KeepToOneTransactionThatOnlyARefusedModeCancels) {
     const std::vector<std::pair<std::string, std::string>> rows{
         {"begin", "begin"},
+        {"transaction", "begin"},
         {"configure", "begin; configure 1 to mode 7; cancel"},
         {"complete", "begin; configure 1 to mode 7; complete permanently"}};
     const tsy::DisplayMode mode{{}, std::make_shared<CGDisplayMode>(CGDisplayMode{7}), ""};

@@ -13,17 +13,16 @@ constexpr NSEventModifierFlags capsLock = 1U << 16U;
 
 const std::string note =
     "---\n"
-    "  <info.circle.fill blue> V2(@Function keys need one System Settings tweak, Turn on Keyboard "
-    "› “Use F1, F2, etc. keys as standard function keys”, or hold fn when you press them. caption "
-    "secondary)\n";
+    "  Function keys need one System Settings tweak\n"
+    "  Turn on Keyboard › “Use F1, F2, etc. keys as standard function keys”, or "
+    "hold fn when you press them.\n";
 
-const std::string hint = "Click a shortcut to change it. ⎋ cancels, ⌫ clears. Shortcuts act on "
-                         "whichever display the pointer is on. caption tertiary)\n";
-
-const std::string general = "@General\n"
-                            "  @Start Tessary at login: off\n"
-                            "  @Updates: H8(@Check automatically: on, small button @Check Now)\n"
-                            "  H(@Keyboard shortcuts, room, small button @Restore Defaults)\n";
+const std::string rest =
+    "  Click a shortcut to change it. ⎋ cancels, ⌫ clears. Shortcuts act on whichever display the "
+    "pointer is on.\n"
+    "General\n  Start Tessary at login: off\n  Updates\n  Check automatically: on\n  Check Now\n"
+    "  Keyboard shortcuts\n  Restore Defaults\n" +
+    note;
 
 class Preferences : public Program {
 protected:
@@ -41,34 +40,33 @@ protected:
 };
 
 TEST_F(Preferences, ShowTheDisplaysPresetsShortcutsAndSwitches) {
-    // clang-format off
-    EXPECT_EQ(shownForm(),
-        "480 wide\n@Resolutions\n"
-        "  @Display [✓ Built-in Display (main) | Display 2]\n"
-        "  <1.square> Resolution 1: H8(≥170 [@Not set | --- | ✓ 1920 × 1080 | 1280 × 720], field F14)\n"
-        "  <2.square> Resolution 2: H8(≥170 [✓ @Not set | --- | 1920 × 1080 | 1280 × 720], field F15)\n"
-        "  footer V4+2(@Currently {1280 × 720}. caption tertiary, " + hint + general + note);
+    const auto slots = [](const std::string& one, const std::string& two) {
+        return "  Resolution 1\n   [" + one + "]\n  F14\n  Resolution 2\n   [" + two + "]\n  F15\n";
+    };
+    EXPECT_EQ(shownForm(), "Resolutions\n  Display [✓ Built-in Display (main) | Display 2]\n" +
+                               slots("Not set | --- | ✓ 1920 × 1080 | 1280 × 720",
+                                     "✓ Not set | --- | 1920 × 1080 | 1280 × 720") +
+                               "  Currently 1280 × 720.\n" + rest);
     state.displays.erase(state.displays.begin());
     state.displays[0].isMain = true;
     state.displays[0].currentMode = 9; // unknown
+    state.displays[0].modes.push_back({4, 800, 600, 1600, 60});
+    state.defaults["mode.10-20-30.one"] = // not its twin of half the density
+        bytes(R"({"width":800,"height":600,"isHiDPI":true,"refreshRate":60})");
     state.defaults["mode.10-20-30.two"] = // not offered, for its rate
         bytes(R"({"width":800,"height":600,"isHiDPI":false,"refreshRate":75})");
     preferences->show();
-    EXPECT_EQ(shownForm(),
-        "480 wide\n@Resolutions\n"
-        "  @Display [✓ Display 2] (disabled)\n"
-        "  <1.square> Resolution 1: H8(≥170 [✓ @Not set | --- | 800 × 600], field F14)\n"
-        "  <2.square> Resolution 2: H8(≥170 [✓ @Not set | --- | 800 × 600], field F15)\n"
-        "  footer V4+2(" + hint + general + note);
+    EXPECT_EQ(shownForm(), "Resolutions\n  Display [✓ Display 2] (disabled)\n" +
+                               slots("Not set | --- | ✓ 800 × 600 | 800 × 600  (low resolution)",
+                                     "✓ Not set | --- | 800 × 600 | 800 × 600  (low resolution)") +
+                               rest);
+    state.takeLog();
+    pick("Resolution 2", "Not set"); // which is shown for that
+    EXPECT_EQ(state.takeLog(), "store mode.10-20-30.two = zero bytes; tessary.tsy.bindingsChanged");
     state.displays.clear();
     preferences->show();
-    EXPECT_EQ(shownForm(),
-        "480 wide\n@Resolutions\n"
-        "  @Display [] (disabled)\n"
-        "  <1.square> Resolution 1: H8(≥170 [✓ @Not set | ---], field F14)\n"
-        "  <2.square> Resolution 2: H8(≥170 [✓ @Not set | ---], field F15)\n"
-        "  footer V4+2(" + hint + general + note);
-    // clang-format on
+    EXPECT_EQ(shownForm(), "Resolutions\n  Display [] (disabled)\n" +
+                               slots("✓ Not set | ---", "✓ Not set | ---") + rest);
 }
 
 TEST_F(Preferences, ControlsWriteAndTheFormFollows) {
@@ -78,15 +76,16 @@ TEST_F(Preferences, ControlsWriteAndTheFormFollows) {
         {[] { pick("Display", "Display 2"); }, "list modes of 2", "✓ Display 2]"},
         {[] { pick("Resolution 2", "800 × 600"); },
          "store mode.10-20-30.two = " + mode + "; tessary.tsy.bindingsChanged",
-         "2: H8(≥170 [@Not set | --- | ✓ 800 × 600]"},
+         "2\n   [Not set | --- | ✓ 800 × 600]"},
         {[] { pick("Resolution 2", "Not set"); },
-         "store mode.10-20-30.two = zero bytes; tessary.tsy.bindingsChanged", "2: H8(≥170 [✓ @Not set"},
+         "store mode.10-20-30.two = zero bytes; tessary.tsy.bindingsChanged", "2\n   [✓ Not set"},
         {[] { flip("Start Tessary at login"); }, "register login item", "login: on"},
+        {[] { state.refused = "unregister"; flip("Start Tessary at login"); }, "unregister login item; log: TSY: could not update login item — the folder is read-only", "login: off"},
         {[] { flip("Check automatically"); }, "check only when told to", "automatically: off"},
         {[] { pushButton("Check Now"); }, "check for updates", ""},
-        {[] { click(field("Resolution 1")); type(96); state.takeLog(); }, "", "field F5"},
+        {[] { click(field("Resolution 1")); type(96); state.takeLog(); }, "", "  F5\n"},
         {[] { pushButton("Restore Defaults"); },
-         "remove shortcut.one; remove shortcut.two; tessary.tsy.shortcutsChanged", "field F14"}};
+         "remove shortcut.one; remove shortcut.two; tessary.tsy.shortcutsChanged", "  F14\n"}};
     // clang-format on
     const NSView* const firstField = &field("Resolution 1");
     for (const auto& [use, log, part] : rows) {
@@ -174,12 +173,16 @@ TEST_F(Recording, TakesWhatCanBeAHotKeyAndRefusesTheRest) {
         {[] { type(113); }, prompt, "beep"}, // the other slot's
         {[] { type(0, command); }, "⌘A", recorded(0, command)},
         {[] { type(0, 0xC0000); }, "⌃⌥A", recorded(0, 0xC0000)},
+        {[] { type(0, 0x40000); }, "⌃A", recorded(0, 0x40000)},
+        {[] { type(0, 0x80000 | 0x800100); }, "⌥A", recorded(0, 0x80000)}, // and bits without a name
+        {[] { type(123); }, prompt, "beep"}, // an arrow
         {[] { type(96); }, "F5", recorded(96, 0)},
         {[] { type(96, shift); }, "⇧F5", recorded(96, shift)},
         {[] { type(107); }, "F14", recorded(107, 0)}, // it was a hot key
         {[] { type(40, command | capsLock); }, "⌘K", recorded(40, command)},
         {[] { type(51, command); }, "⌘⌫", recorded(51, command)},
         {[] { type(51, shift); }, prompt, "beep"},
+        {[] { type(117, shift); }, prompt, "beep"},
         {[] { type(51); }, "Not set", stored("zero bytes")},
         {[] { type(117, capsLock); }, "Not set", stored("zero bytes")},
         {[] { type(53); }, "F14", end},
@@ -217,21 +220,27 @@ TEST_F(Recording, FieldThatIsGoneLeavesTheKeysToOthers) {
     EXPECT_EQ(state.takeLog(), "key arrives");
 }
 
-TEST_F(Recording, IsDrawnInTheAccentColourAndRestInThatOfTexts) {
-    const std::string box = "fill 0.5,0.5 129×23 round 6,6 ";
+TEST_F(Recording, IsDrawnInTheAccentColourAndRestInThatOfTextsAtAnySize) {
     NSView& view = field("Resolution 1");
-    EXPECT_EQ(drawing(view), box + "accent 0.12; stroke 2 accent 1; "
-                                   "Type a shortcut… 12 medium accent 1 at 17,6");
-    type(53);
-    EXPECT_TRUE(view.peer().needsDisplay);
-    EXPECT_EQ(drawing(view), box + "text background 1; stroke 1 separator 1; "
-                                   "F14 12 regular label 1 at 56,6");
-    tsy::Settings::shared().setShortcut(std::nullopt, Slot::one);
-    preferences->show();
-    runMainQueue();
-    EXPECT_TRUE(view.peer().needsDisplay);
-    EXPECT_EQ(drawing(view), box + "text background 1; stroke 1 separator 1; "
-                                   "Not set 12 regular tertiary label 1 at 44,6");
+    const std::string atRest = "text background 1, separator 1, ";
+    // clang-format off
+    const std::vector<std::tuple<std::function<void()>, CGSize, std::string>> rows{
+        {[] { holdModifiers(0); }, {130, 24}, "accent 0.12, accent 1, accent 1"},
+        {[] { type(53); }, {200, 41}, atRest + "label 1"},
+        {[&] { tsy::Settings::shared().setShortcut(std::nullopt, Slot::one); preferences->show(); runMainQueue(); },
+         {60, 20}, atRest + "tertiary label 1"}};
+    // clang-format on
+    for (const auto& [act, size, colours] : rows) {
+        act();
+        EXPECT_TRUE(view.peer().needsDisplay) << colours;
+        view.peer().frame.size = size;
+        EXPECT_EQ(drawing(view), colours);
+        const auto& [text, box] = std::tie(state.drawnAt, state.drawnBox);
+        EXPECT_EQ(text.origin.x + text.size.width / 2, size.width / 2);
+        EXPECT_EQ(text.origin.y + text.size.height / 2, size.height / 2);
+        EXPECT_EQ(box.origin.x + box.size.width / 2, size.width / 2);
+        EXPECT_EQ(box.size.height, size.height - 1) << "the line lies within";
+    }
 }
 
 } // namespace

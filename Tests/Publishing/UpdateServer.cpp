@@ -40,10 +40,10 @@ std::unique_ptr<QTcpServer> secureServer() {
 QByteArray headOf(const ServerAnswer& answer) {
     QByteArray head = "HTTP/1.1 " + QByteArray::number(answer.status) + " Status\r\n" +
                       answer.headers + "Connection: close\r\n";
-    if (answer.ending != ServerAnswer::Ending::repetition)
+    if (answer.ending < ServerAnswer::Ending::repetition)
         head += "Content-Length: " +
                 QByteArray::number(answer.announcedLength.value_or(answer.body.size())) + "\r\n";
-    return head + "\r\n";
+    return answer.ending == ServerAnswer::Ending::endlessHead ? head : head + "\r\n";
 }
 
 void send(QTcpSocket& socket, const ServerAnswer& answer) {
@@ -52,7 +52,7 @@ void send(QTcpSocket& socket, const ServerAnswer& answer) {
     socket.write(headOf(answer) + answer.body);
     if (answer.ending == ServerAnswer::Ending::close)
         socket.disconnectFromHost();
-    if (answer.ending == ServerAnswer::Ending::repetition)
+    if (answer.ending >= ServerAnswer::Ending::repetition)
         QObject::connect(&socket, &QTcpSocket::bytesWritten, &socket,
                          [&socket, body = answer.body] {
                              if (socket.bytesToWrite() == 0)

@@ -14,7 +14,7 @@ namespace publishing {
 
 /// What the server says to a request. Of a body that is asked for in part it sends that part.
 struct ServerAnswer {
-    enum class Ending { close, silence, repetition };
+    enum class Ending { close, silence, repetition, endlessHead }; ///< the last two repeat the body
 
     QByteArray body = {};
     int status = 200;                           ///< 0: not a word

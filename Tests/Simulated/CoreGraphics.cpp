@@ -58,7 +58,7 @@ CGError CGCancelDisplayConfiguration(CGDisplayConfigRef /*configuration*/) { ret
 // clang-format on
 
 CGError CGBeginDisplayConfiguration(CGDisplayConfigRef* configuration) {
-    *configuration = &state.transaction;
+    *configuration = state.refuses("transaction") ? nullptr : &state.transaction;
     return answerTo("begin");
 }
 

@@ -7,26 +7,12 @@ using simulated::state;
 
 namespace {
 
-template <typename... Parts>
-void noteDrawing(const Parts&... parts) {
-    std::ostringstream line;
-    (line << ... << parts);
-    state.drawing += (state.drawing.empty() ? "" : "; ") + line.str();
-}
-
-std::string textOf(const NSColor& color) {
+void note(const NSColor& color) {
     constexpr const char* names[]{"accent", "text background", "separator",
                                   "label",  "tertiary label",  "blue"};
     std::ostringstream text;
     text << names[static_cast<std::size_t>(color.name)] << " " << color.alpha;
-    return text.str();
-}
-
-std::string textOf(const CGRect& rect) {
-    std::ostringstream text;
-    text << rect.origin.x << "," << rect.origin.y << " " << rect.size.width << "×"
-         << rect.size.height;
-    return text.str();
+    state.drawing += (state.drawing.empty() ? "" : ", ") + text.str();
 }
 
 } // namespace
@@ -39,18 +25,18 @@ CGSize NSStringSizeWithAttributes(std::string_view text, const NSTextAttributes&
 }
 
 void NSStringDrawAtPoint(std::string_view text, CGPoint point, const NSTextAttributes& attributes) {
-    const bool isMedium = attributes.font.weight == NSFontWeight::medium;
     state.drawnText = text;
-    noteDrawing(text, " ", attributes.font.size, isMedium ? " medium " : " regular ",
-                textOf(attributes.foregroundColor), " at ", point.x, ",", point.y);
+    state.drawnAt = {point, NSStringSizeWithAttributes(text, attributes)};
+    note(attributes.foregroundColor);
 }
 
 void NSBezierPath::fill(const NSColor& color) const {
-    noteDrawing("fill ", textOf(rect_), " round ", xRadius_, ",", yRadius_, " ", textOf(color));
+    note(color);
 }
 
 void NSBezierPath::stroke(const NSColor& color) const {
-    noteDrawing("stroke ", lineWidth_, " ", textOf(color));
+    state.drawnBox = rect_;
+    note(color);
 }
 
 std::string simulated::drawing(NSView& view) {

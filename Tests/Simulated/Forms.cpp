@@ -1,7 +1,7 @@
 #include "Simulated/Windows.h"
 
 #include <algorithm>
-#include <sstream>
+#include <set>
 #include <stdexcept>
 
 namespace {
@@ -42,48 +42,30 @@ void collect(const View& view, std::string row, Views& views) {
         collect(*child, row, views);
 }
 
-std::string number(double value) {
-    std::ostringstream text;
-    text << value;
-    return text.str();
+void collect(const Section& section, Views& views) {
+    for (const auto* part : {&section.rows, &section.footer})
+        for (const View& view : *part)
+            collect(view, "", views);
 }
 
-/// Views as texts.
+/// What the user sees of a view, and which texts in it are looked up.
 struct Description {
+    std::set<std::string>& localized;
     std::string row; ///< that they are in
 
     std::string operator()(const Text& text) const {
-        constexpr const char* styles[]{"", " secondary", " tertiary"};
-        return (text.wording == Wording::localized ? "@" : "") + text.text +
-               (text.font == Font::caption ? " caption" : "") +
-               styles[static_cast<std::size_t>(text.style)];
+        if (text.wording == Wording::localized)
+            localized.insert(text.text);
+        return text.text;
     }
 
     std::string operator()(const FormattedText& text) const {
-        Text whole = text.text;
-        const auto place = whole.text.find("{}");
-        whole.text.insert(place + 1, text.value);
-        return (*this)(whole);
-    }
-
-    std::string operator()(const Stack& stack) const {
-        std::string text = stack.axis == Axis::horizontal ? "H" : "V";
-        text += stack.spacing ? number(*stack.spacing) : "";
-        text += stack.topPadding != 0 ? "+" + number(stack.topPadding) : "";
-        const char* separator = "(";
-        for (const View& view : stack.views)
-            text += std::exchange(separator, ", ") + of(view);
-        return text + ")";
-    }
-
-    std::string operator()(const Label& label) const {
-        const bool isBlue = label.imageColor == NSColor::systemBlueColor();
-        return "<" + label.systemImage + (isBlue ? " blue> " : "> ") + of(label.title.at(0));
+        std::string whole = (*this)(text.text);
+        return whole.replace(whole.find("{}"), 2, text.value);
     }
 
     std::string operator()(const Picker& picker) const {
-        std::string text = picker.isLabelHidden ? "" : (*this)(picker.label) + " ";
-        text += picker.minimumWidth > 0 ? "≥" + number(picker.minimumWidth) + " [" : "[";
+        std::string text = (*this)(picker.label) + " [";
         for (std::size_t i = 0; i < picker.entries.size(); ++i)
             text += std::string(i > 0 ? " | " : "") + (picker.selected == i ? "✓ " : "") +
                     (picker.entries[i].isDivider ? "---" : (*this)(picker.entries[i].text));
@@ -94,23 +76,14 @@ struct Description {
         return (*this)(toggle.label) + (toggle.isOn ? ": on" : ": off");
     }
 
-    std::string operator()(const Button& button) const {
-        return (button.size == ControlSize::small ? "small button " : "button ") +
-               (*this)(button.title);
-    }
-
-    std::string operator()(const Spacer& /*spacer*/) const { return "room"; }
-
-    std::string operator()(const LabeledContent& content) const {
-        const Description inner{firstText(content.label.at(0))};
-        return inner.of(content.label.at(0)) + ": " + inner.of(content.content.at(0));
-    }
+    std::string operator()(const Button& button) const { return (*this)(button.title); }
 
     std::string operator()(const HostedView& /*view*/) const {
-        return "field " + simulated::drawnText(simulated::field(row));
+        localized.insert(simulated::field(row).toolTip());
+        return simulated::drawnText(simulated::field(row));
     }
 
-    std::string of(const View& view) const { return std::visit(*this, view.content); }
+    std::string operator()(const auto& /*container*/) const { return {}; }
 };
 
 const Form& currentForm() {
@@ -132,23 +105,25 @@ const Control& control(const std::string& name, Text Control::*label) {
 std::vector<std::pair<std::string, const View*>> simulated::viewsOf(const Form& form) {
     Views views;
     for (const Section& section : form.sections)
-        for (const auto* part : {&section.rows, &section.footer})
-            for (const View& view : *part)
-                collect(view, "", views);
+        collect(section, views);
     return views;
 }
 
-std::string simulated::shownForm() {
-    const Form& form = currentForm();
-    std::string text = number(form.width) + " wide\n";
-    for (const Section& section : form.sections) {
-        text += (section.header ? Description{}(*section.header) : "---") + "\n";
-        for (const View& row : section.rows)
-            text += "  " + Description{}.of(row) + "\n";
-        for (const View& footer : section.footer)
-            text += "  footer " + Description{}.of(footer) + "\n";
+std::string simulated::shownForm(std::set<std::string>* localized) {
+    std::set<std::string> texts;
+    std::string shown;
+    for (const Section& section : currentForm().sections) {
+        shown +=
+            Description{texts, {}}(section.header.value_or(Text{"---", Wording::verbatim})) + "\n";
+        Views views;
+        collect(section, views);
+        for (const auto& [row, view] : views)
+            if (const auto text = std::visit(Description{texts, row}, view->content); !text.empty())
+                shown += "  " + text + "\n";
     }
-    return text;
+    if (localized != nullptr)
+        *localized = texts;
+    return shown;
 }
 
 void simulated::pick(const std::string& label, const std::string& entry) {
@@ -160,7 +135,7 @@ void simulated::pick(const std::string& label, const std::string& entry) {
     if (chosen == picker.entries.end())
         throw std::invalid_argument("no entry " + entry);
     const auto index = static_cast<std::size_t>(chosen - picker.entries.begin());
-    if (picker.isEnabled && picker.selected != index)
+    if (picker.isEnabled)
         picker.select(index);
 }
 

@@ -41,7 +41,8 @@ struct State {
 
     /// How the request begins, in the log's words, that the platform refuses: the display server
     /// restarts, another program holds the key, the hardware cannot show the mode. "count", "list",
-    /// "read event" and the names of system symbols are not in the log.
+    /// "transaction", of which there is none after a beginning, "read event" and the names of
+    /// system symbols are not in the log.
     std::string refused = "nothing";
     OSStatus hotKeyRefusal = eventHotKeyExistsErr; ///< 0: success, but without a handle
 
@@ -71,6 +72,8 @@ struct State {
     bool areClicksWatched = false;
     std::string drawing; ///< what the last view drew
     std::string drawnText;
+    CGRect drawnAt; ///< the text
+    CGRect drawnBox;
 
     bool refuses(std::string_view request) const { return request.starts_with(refused); }
     void note(std::string_view line) { log.append(log.empty() ? "" : "; ").append(line); }
@@ -86,12 +89,18 @@ inline std::vector<CGDisplayReconfigurationCallBack> changeCallbacks;
 /// How many updaters the program has made and started.
 inline int startedUpdaters = 0;
 
-void reset();
+inline void reset() {
+    state = State{};
+}
 
 /// Bytes that spell `text`.
-NSData bytes(std::string_view text);
+inline NSData bytes(std::string_view text) {
+    return {text.begin(), text.end()};
+}
 
-NSScreen screen(CGDirectDisplayID display, std::optional<std::string> name, CGRect frame);
+inline NSScreen screen(CGDirectDisplayID display, std::optional<std::string> name, CGRect frame) {
+    return {frame, std::move(name), {{"NSScreenNumber", display}}};
+}
 
 // What the user and the desktop do.
 
@@ -108,9 +117,9 @@ std::string openedMenu();
 /// The same, as it was when it was last built.
 std::string shownMenu();
 
-/// Chooses the first entry with this title, of those that were last built. Nothing happens when it
-/// is disabled; throws when there is none.
-void choose(const std::string& title);
+/// Chooses the entries with this title, or all from the first to the last, also disabled ones, as
+/// they were last built. For each that does anything a line: its title, and what was in the log.
+std::string choose(const std::string& title = {});
 
 void reportChange(CGDirectDisplayID display, CGDisplayChangeSummaryFlags flags);
 

@@ -3,7 +3,6 @@
 #include "Simulated/State.h"
 
 #include <algorithm>
-#include <stdexcept>
 
 using simulated::state;
 
@@ -45,15 +44,16 @@ void append(std::string& text, const NSMenu& menu, const std::string& indentatio
     }
 }
 
-const NSMenuItem* find(const NSMenu& menu, const std::string& title) {
-    for (const auto& item : menu.itemArray()) {
-        if (item->title() == title && item->submenu() == nullptr)
-            return item.get();
-        if (item->submenu() != nullptr)
-            if (const auto* found = find(*item->submenu(), title))
-                return found;
-    }
-    return nullptr;
+std::string chosen(const NSMenu& menu, const std::string& title) {
+    std::string text;
+    for (const auto& item : menu.itemArray())
+        if (item->submenu() != nullptr) {
+            text += chosen(*item->submenu(), title);
+        } else if (item->action() && (title.empty() || item->title() == title)) {
+            item->action().send(*item);
+            text += item->title() + ": " + state.takeLog() + "\n";
+        }
+    return text;
 }
 
 } // namespace
@@ -90,10 +90,6 @@ std::string simulated::shownMenu() {
     return text;
 }
 
-void simulated::choose(const std::string& title) {
-    const NSMenuItem* item = find(*state.statusItem->menu(), title);
-    if (item == nullptr)
-        throw std::invalid_argument("no entry " + title);
-    if (item->isEnabled() && item->action())
-        item->action().send(*item);
+std::string simulated::choose(const std::string& title) {
+    return chosen(*state.statusItem->menu(), title);
 }

@@ -5,6 +5,8 @@
 #include "Platform/AppKit/NSWindow.h"
 #include "Simulated/State.h"
 
+#include <set>
+
 struct NSView::Peer {
     CGRect frame; ///< in its window
     bool needsDisplay = true;
@@ -21,12 +23,12 @@ namespace simulated {
 /// The views of a form, outer ones first, each with the text of the labelled row that it is in.
 std::vector<std::pair<std::string, const Forms::View*>> viewsOf(const Forms::Form& form);
 
-/// Sections, and their rows below them. Texts that are translated begin with "@", stacks with their
-/// axis, spacing and top padding, fields show their text.
-std::string shownForm();
+/// Sections, and below them what is shown in their rows, a line for each control or text. Fields
+/// show their text. `localized` becomes the texts that are looked up among the translations.
+std::string shownForm(std::set<std::string>* localized = nullptr);
 
 /// Chooses an entry of the picker with this label or in the row with this one. Nothing happens when
-/// it is disabled or the entry is chosen already; throws when there is none.
+/// it is disabled; throws when there is none.
 void pick(const std::string& label, const std::string& entry);
 
 /// Flips the toggle with this label; throws when there is none.
@@ -38,7 +40,7 @@ void pushButton(const std::string& title);
 /// The program's own view in the row with this label.
 NSView& field(const std::string& row);
 
-/// What the view draws now, and the text of it alone.
+/// The colours that the view draws in now, in the order in which it does, and its text.
 std::string drawing(NSView& view);
 std::string drawnText(NSView& view);
 

@@ -1,4 +1,4 @@
-// The texts that the preferences show, and what there is of them in other languages.
+// The texts that the program shows, and what there is of them in other languages.
 #include "Simulated/Windows.h"
 #include "TSY/PreferencesWindowController.h"
 
@@ -6,38 +6,16 @@
 
 #include <QDir>
 #include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
 #include <QTranslator>
 #include <QXmlStreamReader>
-
-#include <set>
-#include <string>
 
 using namespace simulated;
 
 namespace {
 
 using Texts = std::set<std::string>;
-
-void add(Texts& texts, const Forms::Text& text) {
-    if (text.wording == Forms::Wording::localized)
-        texts.insert(text.text);
-}
-
-/// The texts of a view itself, not of those in it.
-struct TextsOf {
-    Texts& texts;
-
-    void operator()(const Forms::Text& text) const { add(texts, text); }
-    void operator()(const Forms::FormattedText& text) const { add(texts, text.text); }
-    void operator()(const Forms::Toggle& toggle) const { add(texts, toggle.label); }
-    void operator()(const Forms::Button& button) const { add(texts, button.title); }
-    void operator()(const Forms::Picker& picker) const {
-        add(texts, picker.label);
-        for (const auto& entry : picker.entries)
-            add(texts, entry.text);
-    }
-    void operator()(const auto& /*container*/) const {}
-};
 
 Texts shownTexts() {
     Texts texts;
@@ -47,43 +25,63 @@ Texts shownTexts() {
     for (const auto& displays : {std::vector<simulated::Display>{}, {main, {.id = 2}}}) {
         state.displays = displays;
         preferences->show();
-        const auto form = state.window.lock()->contentViewController()->form();
-        for (const auto& section : form.sections)
-            add(texts, section.header.value_or(Forms::Text{"", Forms::Wording::verbatim}));
-        for (const auto& [row, view] : viewsOf(form))
-            std::visit(TextsOf{texts}, view->content);
+        Texts shown;
+        shownForm(&shown);
+        texts.merge(shown);
     }
     return texts;
 }
 
-/// The texts that the file of a language has translations of.
-Texts textsIn(const QString& file) {
+/// The texts of a part of the program that a file has translations of, or places for them.
+Texts textsIn(const QString& file, QStringView part) {
     Texts texts;
-    QFile source(QStringLiteral(TRANSLATIONS) + u'/' + file);
-    EXPECT_TRUE(source.open(QIODevice::ReadOnly)) << source.fileName().toStdString();
+    QFile source(file);
+    EXPECT_TRUE(source.open(QIODevice::ReadOnly)) << file.toStdString();
     QXmlStreamReader reader(&source);
-    while (!reader.atEnd())
-        if (reader.readNextStartElement() && reader.name() == u"source")
+    QString context;
+    while (!reader.atEnd()) {
+        if (!reader.readNextStartElement())
+            continue;
+        if (reader.name() == u"name")
+            context = reader.readElementText();
+        else if (reader.name() == u"source" && context == part)
             texts.insert(reader.readElementText().toStdString());
+    }
     return texts;
 }
 
-TEST(Translations, HaveEveryTextThatThePreferencesShowAndNoOther) {
-    const Texts shown = shownTexts();
-    ASSERT_TRUE(shown.contains("Currently {}.") && shown.contains("Not set"));
+/// Those that stand in the sources of the update framework.
+Texts updateTexts() {
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("texts.ts"));
+    QProcess::execute(QStringLiteral(LUPDATE),
+                      {QStringLiteral("-silent"), QStringLiteral(SOURCES "/Linux/Updates"),
+                       QStringLiteral("-I" SOURCES), QStringLiteral("-ts"), file});
+    return textsIn(file, u"updates");
+}
+
+TEST(Translations, HaveEveryTextThatIsShownAndNoOther) {
+    const std::pair<const char*, Texts> parts[]{{"tessary", shownTexts()},
+                                                {"updates", updateTexts()}};
+    ASSERT_TRUE(parts[0].second.contains("Currently {}.") && parts[0].second.contains("Not set"));
+    ASSERT_TRUE(parts[1].second.contains("&Try Again"));
     const QDir folder(QStringLiteral(":/translations"));
     EXPECT_EQ(folder.entryList().join(u' '),
               u"tessary_de.qm tessary_es.qm tessary_fr.qm tessary_ja.qm tessary_zh_CN.qm");
     for (const QString& file : folder.entryList()) {
-        EXPECT_EQ(textsIn(file.chopped(2) + QStringLiteral("ts")), shown) << file.toStdString();
+        const QString source = QStringLiteral(TRANSLATIONS "/%1ts").arg(file.chopped(2));
         QTranslator translator;
         ASSERT_TRUE(translator.load(folder.filePath(file)));
-        for (const std::string& text : shown) {
-            const QString words = translator.translate("tessary", text.c_str());
-            EXPECT_FALSE(words.isEmpty()) << file.toStdString() << ' ' << text;
-            for (const char* kept : {"{}", "Tessary"})
-                EXPECT_EQ(words.contains(QString::fromLatin1(kept)), text.find(kept) != text.npos)
-                    << words.toStdString();
+        for (const auto& [part, shown] : parts) {
+            EXPECT_EQ(textsIn(source, QString::fromLatin1(part)), shown) << file.toStdString();
+            for (const std::string& text : shown) {
+                const QString words = translator.translate(part, text.c_str());
+                EXPECT_FALSE(words.isEmpty()) << file.toStdString() << ' ' << text;
+                for (const char* kept : {"{}", "Tessary", "&", "%1", "%2"})
+                    EXPECT_EQ(words.contains(QString::fromLatin1(kept)),
+                              text.find(kept) != text.npos)
+                        << words.toStdString();
+            }
         }
     }
 }

@@ -28,7 +28,7 @@ constexpr const char* help =
 constexpr std::array actions{"slot-one", "slot-two", "preferences"};
 
 /// Without the program's name.
-std::vector<std::string> arguments() {
+std::vector<std::string> commandLine() {
     std::ifstream commandLine("/proc/self/cmdline");
     std::vector<std::string> words;
     for (std::string word; std::getline(commandLine, word, '\0');)
@@ -46,7 +46,7 @@ std::vector<std::string> arguments() {
 } // namespace
 
 std::optional<std::string> actionOfCommandLineOrExit() {
-    const auto words = arguments();
+    const auto words = commandLine();
     if (words.empty())
         return std::nullopt;
     if (words.size() == 2 && words[0] == "--action" &&

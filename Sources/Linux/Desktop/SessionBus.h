@@ -50,6 +50,9 @@ private:
     std::vector<std::function<void()>> observers_;
 };
 
+/// The interface by which all objects on a bus tell their properties.
+inline constexpr QLatin1String propertiesInterface("org.freedesktop.DBus.Properties");
+
 /// A call of one of the bus's own methods, such as RequestName.
 QDBusMessage callOfBus(const QString& method, const QVariantList& arguments);
 

@@ -28,7 +28,7 @@ const QString open = QStringLiteral("Open");
 const QString activateAction = QStringLiteral("ActivateAction");
 const QString displayEntry = QStringLiteral("display"); // of an activation's platform data
 
-constexpr int patience = 5000; // milliseconds; an instance that has stopped never answers
+constexpr int answerLimit = 5000; // milliseconds; an instance that has stopped never answers
 
 /// The X server that a DISPLAY leads to: its host and number, without the screen.
 QString serverOf(const QString& display) {
@@ -68,7 +68,7 @@ Request answered(const QDBusMessage& reply) {
 }
 
 Request take(const QDBusConnection& bus, const QString& name) {
-    return answered(bus.call(requestForName(name), QDBus::Block, patience));
+    return answered(bus.call(requestForName(name), QDBus::Block, answerLimit));
 }
 
 /// Tells whoever has `name` what the user has started the program for.
@@ -79,7 +79,7 @@ SingleInstance::Claim activate(const QDBusConnection& bus, const QString& name,
     if (action)
         activation << QString::fromStdString(*action) << QVariantList();
     activation << QVariantMap{{displayEntry, ownDisplay()}};
-    const QDBusMessage reply = bus.call(activation, QDBus::Block, patience);
+    const QDBusMessage reply = bus.call(activation, QDBus::Block, answerLimit);
     if (reply.type() != QDBusMessage::ErrorMessage)
         return SingleInstance::Claim::activated;
     return reply.errorName() == otherDisplayError ? SingleInstance::Claim::alone

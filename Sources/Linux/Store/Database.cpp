@@ -23,12 +23,15 @@ WriteSchedule& schedule() {
 
 } // namespace
 
-Database::Database(const std::filesystem::path& folder, std::function<void()> askForFlush)
-    : file_(folder / "defaults.sqlite"), askForFlush_(std::move(askForFlush)) {}
+Database::Database(const std::filesystem::path& folder, std::function<void()> askForFlush,
+                   std::chrono::nanoseconds copyingTime)
+    : file_(folder / "defaults.sqlite"),
+      askForFlush_(std::move(askForFlush)),
+      copyingTime_(copyingTime) {}
 
 Database& Database::shared() {
-    static auto& database =
-        *new Database(configurationFolder() / "tessary", [] { schedule().request(); });
+    static auto& database = *new Database(
+        configurationFolder() / "tessary", [] { schedule().request(); }, std::chrono::seconds(2));
     return database;
 }
 
@@ -119,12 +122,23 @@ Changes Database::changesFor(const Rows& inFile) const {
 
 int Database::attempt(const std::function<int()>& operation) {
     const int status = operation();
-    if (!isDamage(status) || !file_.setAside())
+    if (!isDamage(status))
+        return status;
+    if (mayBeIncomplete())
+        return SQLITE_BUSY;
+    if (!file_.setAside())
         return status;
     for (const auto& [key, values] : rows_)
         changes_.try_emplace(key, Change{values, std::nullopt});
     askForFlush_();
     return operation();
+}
+
+/// A copy over the file consists of several writes, and on a slow disk others see it half done.
+bool Database::mayBeIncomplete() {
+    const auto now = std::chrono::system_clock::now().time_since_epoch();
+    const auto age = now - std::chrono::nanoseconds(file_.mark().changed);
+    return !rows_.empty() && age.count() >= 0 && age < copyingTime_;
 }
 
 void Database::report(int status) {

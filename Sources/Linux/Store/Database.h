@@ -20,8 +20,8 @@ namespace tessary {
 /// none, before the first reading.
 ///
 /// A damaged file is set aside under a new name, and a fresh one takes its place, with the rows
-/// that were known. One line in the log says when a failure begins, and one when it is over. Main
-/// thread only.
+/// that were known; but not while somebody may still be copying a whole one to it. One line in the
+/// log says when a failure begins, and one when it is over. Main thread only.
 class Database {
 public:
     /// The database in the user's configuration folder, which the event loop flushes behind each
@@ -29,9 +29,11 @@ public:
     static Database& shared();
 
     /// A database of its own in `folder`. `askForFlush` is called at each change and has `flush`
-    /// called soon, but not from within.
+    /// called soon, but not from within. Once the rows are known, a file that was changed within
+    /// the last `copyingTime` is not taken for damaged.
     explicit Database(
-        const std::filesystem::path& folder, std::function<void()> askForFlush = [] {});
+        const std::filesystem::path& folder, std::function<void()> askForFlush = [] {},
+        std::chrono::nanoseconds copyingTime = {});
 
     /// The values of the row under `key`, as many as the table has columns behind the key. Costs
     /// two system calls while the file is as it was.
@@ -65,10 +67,12 @@ private:
     void refresh();
     Changes changesFor(const Rows& inFile) const;
     int attempt(const std::function<int()>& operation);
+    bool mayBeIncomplete();
     void report(int status);
 
     SettingsFile file_;
     std::function<void()> askForFlush_;
+    std::chrono::nanoseconds copyingTime_;
     Rows rows_;                    ///< what is known of the file
     std::optional<FileMark> mark_; ///< of the file when it was read, or could not be read
     std::optional<std::chrono::steady_clock::time_point> nextAttempt_; ///< of a reading that failed

@@ -14,7 +14,7 @@ namespace tessary {
 
 namespace {
 
-constexpr std::uint32_t knownVersion = 1;
+constexpr std::uint32_t knownVersion = 2;
 
 const TessaryUpdateFunctions* functions = nullptr;
 bool isUseless = false;

@@ -35,25 +35,29 @@ struct TessaryUpdateRequest {
     /// Remembers that the user does not want this version.
     void (*skip)(const char* version);
 
-    /// Looking has ended; called once, from the event loop or when that ends. What it has led to
-    /// may still be shown or downloaded.
+    /// Looking has ended; called from the event loop or when that ends, and once more each time
+    /// the user tries it again. What it has led to may still be shown or downloaded.
     void (*ended)(TessaryUpdateOutcome outcome);
 };
 
 /// All functions are called on the main thread.
 struct TessaryUpdateFunctions {
-    std::uint32_t version; ///< 1; a library with another version is not used
+    std::uint32_t version; ///< 2; a library with another version is not used
 
-    /// Looks for an update and returns at once. Not to be called while another check has not
-    /// ended or a window is shown. A check by the user is begun in a loop that can show windows.
-    /// The texts are needed for the call only.
+    /// Looks for an update and returns at once. Not to be called while another check looks or
+    /// shows its window. A check by the user is begun in a loop that can show windows. The texts
+    /// are needed for the call only.
     void (*check)(const TessaryUpdateRequest* request);
 
-    /// Whether a dialog of the library is on the screen.
+    /// Whether `ended` is still to be called.
+    bool (*isLooking)();
+
+    /// Whether the library's window is on the screen.
     bool (*isShowing)();
 
-    /// Brings that dialog to the front.
-    void (*bringToFront)();
+    /// Brings that window to the front. A check that looks without one becomes the user's, with
+    /// its progress and result. In a loop with windows. False when there is nothing to be shown.
+    bool (*bringToFront)();
 };
 
 /// The library's only symbol for the program.

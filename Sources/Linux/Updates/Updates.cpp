@@ -7,7 +7,7 @@
 #include "Linux/Updates/UpdateConfiguration.h"
 #include "Linux/Updates/UpdateSchedule.h"
 #include "Linux/Updates/UpdateSettings.h"
-#include "Platform/AppKit/NSSound.h"
+#include "Linux/Updates/UpdatesNotSetUp.h"
 #include "Platform/Foundation.h"
 
 #include <algorithm>
@@ -22,7 +22,6 @@ namespace {
 constexpr std::chrono::seconds retryDelay = std::chrono::hours(1); // after a failure
 
 bool isStarted = false;
-bool isChecking = false;
 bool isFailureReported = false;
 
 std::chrono::sys_seconds now() {
@@ -54,15 +53,7 @@ void schedule(std::chrono::seconds least = {}) {
     UpdateSchedule::shared().set(std::max(delay, least), checkOnSchedule);
 }
 
-/// Not what is stored: where that cannot be written, one look would follow another.
-std::chrono::seconds pauseAfter(TessaryUpdateOutcome outcome) {
-    if (outcome == tessaryUpdateLooked)
-        return UpdateConfiguration::installed().interval;
-    return outcome == tessaryUpdateInterrupted ? std::chrono::seconds(0) : retryDelay;
-}
-
 void end(TessaryUpdateOutcome outcome) {
-    isChecking = false;
     if (outcome == tessaryUpdateLooked)
         UpdateSettings::setLastCheck(now());
     // One line for days without a network.
@@ -70,16 +61,11 @@ void end(TessaryUpdateOutcome outcome) {
         NSLog("tessary: updates could not be looked for");
     if (outcome == tessaryUpdateLooked)
         isFailureReported = false;
-    schedule(pauseAfter(outcome));
+    const bool hasFailed = outcome == tessaryUpdateFailed || outcome == tessaryUpdateCancelled;
+    schedule(hasFailed ? retryDelay : std::chrono::seconds(0));
 }
 
-void begin(bool isByUser) {
-    const auto* library = tessary::loadUpdateLibrary();
-    isChecking = library != nullptr;
-    if (library == nullptr && isByUser)
-        NSSound::beep();
-    if (library == nullptr)
-        return;
+void begin(const TessaryUpdateFunctions& library, bool isByUser) {
     const auto& configuration = UpdateConfiguration::installed();
     const std::string skippedVersion = UpdateSettings::skippedVersion();
     const TessaryUpdateRequest request{
@@ -93,48 +79,38 @@ void begin(bool isByUser) {
         .skip = [](const char* version) { UpdateSettings::setSkippedVersion(version); },
         .ended = end,
     };
-    library->check(&request);
-}
-
-bool isShowing() {
-    const auto* library = tessary::loadedUpdateLibrary();
-    return library != nullptr && library->isShowing();
+    library.check(&request);
 }
 
 void checkOnSchedule() {
-    if (isChecking || isShowing())
+    const auto* library = tessary::loadUpdateLibrary();
+    if (library == nullptr)
+        return;
+    if (library->isLooking() || library->isShowing())
         schedule(retryDelay);
     else
-        begin(false);
+        begin(*library, false);
 }
 
-/// In a loop with windows. What a scheduled check has found may have come to be shown meanwhile.
+/// In a loop with windows.
 void checkForUser() {
-    if (!isShowing())
-        return begin(true);
-    isChecking = false;
-    tessary::loadedUpdateLibrary()->bringToFront();
-    schedule();
+    const auto* library = isSetUp() ? tessary::loadUpdateLibrary() : nullptr;
+    if (library == nullptr)
+        tessary::tellThatUpdatesAreNotSetUp();
+    else if (!library->bringToFront())
+        begin(*library, true);
 }
 
 } // namespace
 
 bool SPUUpdater::canCheckForUpdates() const {
-    return !isChecking && isSetUp();
+    const auto* library = tessary::loadedUpdateLibrary();
+    return isSetUp() && (library == nullptr || !library->isLooking());
 }
 
 // NOLINTNEXTLINE(readability-make-member-function-const): as the contract has it
 void SPUUpdater::checkForUpdates() {
-    const bool canCheck = canCheckForUpdates();
-    if (!canCheck)
-        NSSound::beep();
-    if (isShowing()) {
-        tessary::loadedUpdateLibrary()->bringToFront();
-    } else if (canCheck) {
-        isChecking = true;
-        UpdateSchedule::shared().cancel();
-        tessary::EventLoop::needWindows(checkForUser);
-    }
+    tessary::EventLoop::needWindows(checkForUser);
 }
 
 bool SPUUpdater::automaticallyChecksForUpdates() const {

@@ -4,6 +4,8 @@
 #include "Platform/CoreGraphics.h"
 
 #include <memory>
+#include <string>
+#include <utility>
 
 class NSWindow;
 
@@ -38,6 +40,11 @@ public:
     /// nothing.
     void setWantsLayer(bool wantsLayer);
 
+    /// What appears beside the pointer when it rests on the view, looked up among the translations
+    /// by its English wording. Empty for none. To be set before the view is shown.
+    const std::string& toolTip() const { return toolTip_; }
+    void setToolTip(std::string toolTip) { toolTip_ = std::move(toolTip); }
+
     /// Null while the view is in no window.
     std::shared_ptr<NSWindow> window() const;
 
@@ -53,4 +60,5 @@ public:
 
 private:
     std::unique_ptr<Peer> peer_;
+    std::string toolTip_;
 };

@@ -23,11 +23,9 @@ struct Inquiry {
 
     QVariant call(const Accessible& accessible, const char* interface, const char* method,
                   const QVariantList& arguments = {}) const {
-        auto request =
-            QDBusMessage::createMethodCall(accessible.first, accessible.second.path(),
-                                           QString::fromUtf8(interface), QString::fromUtf8(method));
-        request.setArguments(arguments);
-        const auto reply = connection.call(request);
+        const auto& [service, path] = accessible;
+        const auto reply =
+            desktop::call(connection, service, path.path(), interface, method, arguments);
         return reply.type() == QDBusMessage::ReplyMessage ? reply.arguments().value(0) : QVariant();
     }
 
@@ -87,14 +85,14 @@ struct Inquiry {
         }
     }
 
-    QList<Accessible> partsOf(const QString& program) const {
+    QList<Accessible> parts() const {
         const Accessible desktop{QStringLiteral("org.a11y.atspi.Registry"),
                                  QDBusObjectPath("/org/a11y/atspi/accessible/root")};
-        QList<Accessible> parts;
+        QList<Accessible> found;
         for (const Accessible& application : ask<QList<Accessible>>(desktop, "GetChildren"))
-            if (property(application, "Name") == program)
-                collect(application, parts);
-        return parts;
+            if (property(application, "Name") == QStringLiteral("tessary"))
+                collect(application, found);
+        return found;
     }
 };
 
@@ -104,7 +102,7 @@ QString addressOn(const Bus& bus) {
     const auto address = QString::fromStdString(bus.address());
     const auto connection = QDBusConnection::connectToBus(address, service);
     // Asked for before, the bus would start a second one.
-    Panel::waitUntil([&] { return connection.interface()->isServiceRegistered(service).value(); });
+    waitUntil([&] { return connection.interface()->isServiceRegistered(service).value(); });
     const Accessible launcher{service, QDBusObjectPath("/org/a11y/bus")};
     const auto answer = Inquiry{connection}.call(launcher, "org.a11y.Bus", "GetAddress");
     QDBusConnection::disconnectFromBus(service);
@@ -128,22 +126,26 @@ ScreenReader::~ScreenReader() {
     QDBusConnection::disconnectFromBus(connectionName_);
 }
 
-std::string ScreenReader::shown(const QString& program) const {
+std::string ScreenReader::shown() const {
     const Inquiry inquiry{connection_};
     QString text;
-    for (const Accessible& part : inquiry.partsOf(program))
+    for (const Accessible& part : inquiry.parts())
         text += inquiry.describe(part);
     return text.toStdString();
 }
 
-void ScreenReader::act(const QString& program, const QString& control) const {
+bool ScreenReader::tells(const std::string& part) const {
+    return waitUntil([&] { return shown().find(part) != std::string::npos; });
+}
+
+void ScreenReader::act(const std::string& control) const {
     const Inquiry inquiry{connection_};
-    for (const Accessible& part : inquiry.partsOf(program))
-        if (inquiry.roleAndName(part) == control) {
+    for (const Accessible& part : inquiry.parts())
+        if (inquiry.roleAndName(part).toStdString() == control) {
             inquiry.call(part, "org.a11y.atspi.Action", "DoAction", {0});
             return;
         }
-    throw std::invalid_argument("no " + control.toStdString());
+    throw std::invalid_argument("no " + control);
 }
 
 } // namespace desktop

@@ -19,12 +19,15 @@ public:
     ScreenReader(const Home& home, const XServer& server, const Bus& bus);
     ~ScreenReader();
 
-    /// What can be seen of `program`, line by line: role and name, behind "=" the chosen entry, in
-    /// brackets the description, and states. What only arranges others is left out.
-    std::string shown(const QString& program) const;
+    /// What can be seen of the program, line by line: role and name, behind "=" the chosen entry,
+    /// in brackets the description, and states. What only arranges others is left out.
+    std::string shown() const;
+
+    /// Whether that comes to have this part.
+    bool tells(const std::string& part) const;
 
     /// Does what the first control with this role and name is for. Throws when there is none.
-    void act(const QString& program, const QString& control) const;
+    void act(const std::string& control) const;
 
     ScreenReader(const ScreenReader&) = delete;
     ScreenReader& operator=(const ScreenReader&) = delete;

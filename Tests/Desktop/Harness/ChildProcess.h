@@ -1,10 +1,10 @@
 #pragma once
 
+#include <QProcess>
+
 #include <optional>
 #include <string>
 #include <vector>
-
-#include <sys/types.h>
 
 namespace desktop {
 
@@ -14,18 +14,18 @@ using Words = std::vector<std::string>;
 /// and also when this process ends, however that comes about.
 class ChildProcess {
 public:
-    /// The first word is looked up in PATH. A command that cannot be started ends with status 127.
-    explicit ChildProcess(Words command);
+    /// The first word is looked up in PATH. Throws when it cannot be started.
+    explicit ChildProcess(const Words& command);
     ~ChildProcess();
 
     /// The first line of standard output or standard error, of those so far or to come, that is as
     /// the regular expression says. Nothing when none came before the end or within `patience`.
     std::optional<std::string> waitForLine(const std::string& expression);
 
-    /// All lines so far.
+    /// All lines that the last wait has seen.
     const Words& lines() const { return lines_; }
 
-    pid_t id() const { return id_; }
+    qint64 id() const { return id_; }
 
     void signal(int number) const;
 
@@ -33,11 +33,14 @@ public:
     long sleeps() const;
 
     /// Whether it has ended already.
-    bool hasEnded();
+    bool hasEnded() const { return process_.state() == QProcess::NotRunning; }
 
     /// Waits for the end. The exit status, or minus the number of the signal that ended it; nothing
     /// when it still runs after `patience`.
     std::optional<int> wait();
+
+    /// Asks it to end, and waits for that.
+    std::optional<int> end();
 
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;
@@ -45,13 +48,9 @@ public:
 private:
     void read();
 
-    pid_t id_ = -1;
-    int handle_ = -1; ///< becomes readable when the process ends
-    int output_ = -1;
-    bool isOutputClosed_ = false;
-    std::string unfinishedLine_;
+    QProcess process_;
+    qint64 id_ = 0;
     Words lines_;
-    std::optional<int> status_;
 };
 
 } // namespace desktop

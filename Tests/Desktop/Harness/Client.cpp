@@ -3,6 +3,8 @@
 #include "Desktop/Harness/Reply.h"
 #include "Desktop/Harness/Waiting.h"
 
+#include <QSocketNotifier>
+
 #include <algorithm>
 #include <stdexcept>
 
@@ -28,7 +30,7 @@ Reply<T> reply(xcb_connection_t* connection, Cookie request,
 } // namespace
 
 Client::Client(const std::string& display)
-    : connection_(xcb_connect(display.c_str(), nullptr), xcb_disconnect) {
+    : display_(display), connection_(xcb_connect(display.c_str(), nullptr), xcb_disconnect) {
     if (xcb_connection_has_error(connection()) != 0)
         throw std::runtime_error("no X server answers on " + display);
     root_ = xcb_setup_roots_iterator(xcb_get_setup(connection())).data->root;
@@ -44,7 +46,8 @@ Client::Client(const std::string& display)
 }
 
 bool Client::waitUntil(const std::function<bool()>& holds) {
-    return desktop::waitUntil(xcb_get_file_descriptor(connection()), [&] {
+    const QSocketNotifier atOnce(xcb_get_file_descriptor(connection()), QSocketNotifier::Read);
+    return desktop::waitUntil([&] {
         readEvents();
         return holds();
     });
@@ -100,16 +103,6 @@ void Client::moveDisplay(const std::string& output, std::int16_t x, std::int16_t
           xcb_randr_set_crtc_config_reply);
 }
 
-void Client::setNumberOfDesktops(std::uint32_t count) const {
-    const std::string name = "_NET_NUMBER_OF_DESKTOPS";
-    const auto property = reply(
-        connection(),
-        xcb_intern_atom(connection(), 0, static_cast<std::uint16_t>(name.size()), name.data()),
-        xcb_intern_atom_reply);
-    check(xcb_change_property_checked(connection(), XCB_PROP_MODE_REPLACE, root_, property->atom,
-                                      XCB_ATOM_CARDINAL, 32, 1, &count));
-}
-
 xcb_randr_output_t Client::outputNamed(const std::string& name) const {
     const auto resources =
         reply(connection(), xcb_randr_get_screen_resources_current(connection(), root_),
@@ -159,11 +152,6 @@ void Client::lock(std::uint8_t modifiers) const {
     constexpr std::uint8_t all = 0xFF;
     check(xcb_xkb_latch_lock_state_checked(connection(), XCB_XKB_ID_USE_CORE_KBD, all, modifiers, 0,
                                            0, 0, 0, 0));
-}
-
-void Client::click() const {
-    fake(XCB_BUTTON_PRESS, XCB_BUTTON_INDEX_1);
-    fake(XCB_BUTTON_RELEASE, XCB_BUTTON_INDEX_1);
 }
 
 bool Client::isKeyboardFree() const {

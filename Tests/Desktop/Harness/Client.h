@@ -16,11 +16,16 @@ namespace desktop {
 /// Keys of a PC keyboard, as X numbers them.
 namespace keys {
 inline constexpr std::uint8_t escape = 9;
+inline constexpr std::uint8_t two = 11;
 inline constexpr std::uint8_t backspace = 22;
 inline constexpr std::uint8_t tab = 23;
+inline constexpr std::uint8_t w = 25;
+inline constexpr std::uint8_t enter = 36;
+inline constexpr std::uint8_t control = 37;
 inline constexpr std::uint8_t d = 40;
 inline constexpr std::uint8_t k = 45;
 inline constexpr std::uint8_t shift = 50;
+inline constexpr std::uint8_t alt = 64;
 inline constexpr std::uint8_t space = 65;
 inline constexpr std::uint8_t capsLock = 66;
 inline constexpr std::uint8_t numLock = 77;
@@ -43,6 +48,7 @@ class Client {
 public:
     explicit Client(const std::string& display);
 
+    const std::string& display() const { return display_; }
     xcb_connection_t* connection() const { return connection_.get(); }
     xcb_window_t root() const { return root_; }
 
@@ -61,9 +67,6 @@ public:
     /// Takes a display to another place of a screen of 8192 × 4096.
     void moveDisplay(const std::string& output, std::int16_t x, std::int16_t y) const;
 
-    /// Tells what a window manager would tell, for which some panels wait.
-    void setNumberOfDesktops(std::uint32_t count) const;
-
     void movePointer(int x, int y) const;
     Pointer pointer() const;
 
@@ -73,9 +76,6 @@ public:
 
     /// Locks these modifiers and no others.
     void lock(std::uint8_t modifiers) const;
-
-    /// Clicks with the first button of a mouse.
-    void click() const;
 
     /// Whether nobody holds the whole keyboard.
     bool isKeyboardFree() const;
@@ -90,6 +90,7 @@ private:
     void fake(std::uint8_t event, std::uint8_t detail, int x = 0, int y = 0) const;
     void check(xcb_void_cookie_t request) const;
 
+    std::string display_;
     std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)> connection_;
     xcb_window_t root_ = XCB_NONE;
     int displayEvent_ = 0;

@@ -1,12 +1,7 @@
 #include "Desktop/Harness/Panel.h"
 
-#include "Desktop/Harness/Waiting.h"
-
-#include <QCoreApplication>
 #include <QDBusArgument>
 #include <QDBusVariant>
-#include <QDeadlineTimer>
-#include <QTimer>
 
 #include <algorithm>
 #include <stdexcept>
@@ -17,14 +12,6 @@ namespace {
 
 const QString watcher = QStringLiteral("org.kde.StatusNotifierWatcher");
 const QString iconPath = QStringLiteral("/StatusNotifierItem");
-
-/// QtDBus delivers through an event loop's application object.
-void needApplication() {
-    static int count = 1;
-    static char name[] = "panel";
-    static char* arguments[] = {name, nullptr};
-    static const QCoreApplication application(count, arguments);
-}
 
 /// (ia{sv}av), the children being variants of the same.
 const QDBusArgument& operator>>(const QDBusArgument& argument, MenuEntry& entry) {
@@ -61,17 +48,27 @@ void append(QString& text, const MenuEntry& menu, const QString& indentation) {
     }
 }
 
-const MenuEntry* find(const std::vector<MenuEntry>& entries, const std::string& wanted) {
-    const auto entry = std::ranges::find(entries, QString::fromStdString(wanted), label);
-    return entry != entries.end() ? &*entry : nullptr;
-}
-
-QDBusMessage answer(const QDBusConnection& connection, const QDBusMessage& request) {
-    constexpr int milliseconds = std::chrono::milliseconds(patience).count();
-    return connection.call(request, QDBus::Block, milliseconds);
+/// The last one: the first line of a menu may say the same and do nothing.
+const MenuEntry& find(const std::vector<MenuEntry>& entries, const std::string& wanted) {
+    const auto entry =
+        std::find_if(entries.rbegin(), entries.rend(), [&wanted](const MenuEntry& candidate) {
+            return label(candidate).toStdString() == wanted;
+        });
+    if (entry == entries.rend())
+        throw std::invalid_argument("no entry " + wanted);
+    return *entry;
 }
 
 } // namespace
+
+QDBusMessage call(const QDBusConnection& bus, const QString& service, const QString& path,
+                  const char* interface, const char* method, const QVariantList& arguments) {
+    auto request = QDBusMessage::createMethodCall(service, path, QString::fromUtf8(interface),
+                                                  QString::fromUtf8(method));
+    request.setArguments(arguments);
+    constexpr int milliseconds = std::chrono::milliseconds(patience).count();
+    return bus.call(request, QDBus::Block, milliseconds);
+}
 
 Bus::Bus(const std::string& address)
     : process_(
@@ -84,8 +81,7 @@ Bus::Bus(const std::string& address)
 Panel::Panel(const Bus& bus)
     : connectionName_(QStringLiteral("panel %1").arg(reinterpret_cast<quintptr>(this))),
       connection_(
-          (needApplication(),
-           QDBusConnection::connectToBus(QString::fromStdString(bus.address()), connectionName_))) {
+          QDBusConnection::connectToBus(QString::fromStdString(bus.address()), connectionName_)) {
     connection_.registerVirtualObject(QStringLiteral("/StatusNotifierWatcher"), this);
     if (!connection_.registerService(watcher))
         throw std::runtime_error("the bus has a panel already");
@@ -96,34 +92,29 @@ Panel::~Panel() {
     QDBusConnection::disconnectFromBus(connectionName_);
 }
 
-bool Panel::waitUntil(const std::function<bool()>& holds) {
-    QTimer again; // for what no message tells
-    again.start(std::chrono::milliseconds(20));
-    const QDeadlineTimer end(patience);
-    while (!holds()) {
-        if (end.hasExpired())
-            return false;
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    }
-    return true;
-}
-
 bool Panel::hasIcon() {
     return waitUntil([this] { return !icon_.isEmpty(); });
 }
 
 QVariant Panel::iconProperty(const char* name) {
     const auto reply =
-        call(iconPath, "org.freedesktop.DBus.Properties", "Get",
+        call(connection_, icon_, iconPath, "org.freedesktop.DBus.Properties", "Get",
              {QStringLiteral("org.kde.StatusNotifierItem"), QString::fromUtf8(name)});
     return reply.arguments().value(0).value<QDBusVariant>().variant();
 }
 
+bool Panel::isAnswered() {
+    const auto reply = call(connection_, icon_, iconPath, "org.freedesktop.DBus.Properties",
+                            "GetAll", {QString()});
+    const QString refusal = QDBusError::errorString(QDBusError::LimitsExceeded);
+    return reply.type() == QDBusMessage::ReplyMessage || reply.errorName() == refusal;
+}
+
 std::string Panel::openedMenu() {
     const auto path = iconProperty("Menu").value<QDBusObjectPath>().path();
-    call(path, "com.canonical.dbusmenu", "AboutToShow", {0});
-    const auto reply =
-        call(path, "com.canonical.dbusmenu", "GetLayout", {0, -1, QVariant(QStringList())});
+    call(connection_, icon_, path, "com.canonical.dbusmenu", "AboutToShow", {0});
+    const auto reply = call(connection_, icon_, path, "com.canonical.dbusmenu", "GetLayout",
+                            {0, -1, QVariant(QStringList())});
     menu_ = {};
     reply.arguments().value(1).value<QDBusArgument>() >> menu_;
     QString text;
@@ -132,15 +123,11 @@ std::string Panel::openedMenu() {
 }
 
 void Panel::choose(const std::string& wanted, const std::string& submenu) {
-    const MenuEntry* entry = submenu.empty() ? find(menu_.entries, wanted) : nullptr;
-    for (const MenuEntry& parent : menu_.entries)
-        if (!submenu.empty() && label(parent) == QString::fromStdString(submenu))
-            entry = find(parent.entries, wanted);
-    if (entry == nullptr)
-        throw std::invalid_argument("no entry " + wanted);
+    const MenuEntry& menu = submenu.empty() ? menu_ : find(menu_.entries, submenu);
     const auto nothing = QVariant::fromValue(QDBusVariant(0));
-    call(iconProperty("Menu").value<QDBusObjectPath>().path(), "com.canonical.dbusmenu", "Event",
-         {entry->id, QStringLiteral("clicked"), nothing, 0U});
+    call(connection_, icon_, iconProperty("Menu").value<QDBusObjectPath>().path(),
+         "com.canonical.dbusmenu", "Event",
+         {find(menu.entries, wanted).id, QStringLiteral("clicked"), nothing, 0U});
 }
 
 bool Panel::handleMessage(const QDBusMessage& message, const QDBusConnection& bus) {
@@ -156,19 +143,11 @@ QString Panel::introspect(const QString& /*path*/) const {
 }
 
 std::string Panel::activate(const QVariantMap& platformData) {
-    auto request = QDBusMessage::createMethodCall(
-        QStringLiteral("org.tessary.Tessary"), QStringLiteral("/org/tessary/Tessary"),
-        QStringLiteral("org.freedesktop.Application"), QStringLiteral("Activate"));
-    request << platformData;
-    return answer(connection_, request).errorName().toStdString();
-}
-
-QDBusMessage Panel::call(const QString& path, const char* interface, const char* method,
-                         const QVariantList& arguments) {
-    auto request = QDBusMessage::createMethodCall(icon_, path, QString::fromUtf8(interface),
-                                                  QString::fromUtf8(method));
-    request.setArguments(arguments);
-    return answer(connection_, request);
+    return call(connection_, QStringLiteral("org.tessary.Tessary"),
+                QStringLiteral("/org/tessary/Tessary"), "org.freedesktop.Application", "Activate",
+                {platformData})
+        .errorName()
+        .toStdString();
 }
 
 } // namespace desktop

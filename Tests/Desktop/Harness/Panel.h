@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Desktop/Harness/ChildProcess.h"
+#include "Desktop/Harness/Waiting.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -15,6 +16,10 @@
 #include <vector>
 
 namespace desktop {
+
+/// Calls over the bus and waits for the answer.
+QDBusMessage call(const QDBusConnection& bus, const QString& service, const QString& path,
+                  const char* interface, const char* method, const QVariantList& arguments = {});
 
 /// A message bus of our own.
 class Bus {
@@ -49,9 +54,6 @@ public:
     Panel(const Panel&) = delete;
     Panel& operator=(const Panel&) = delete;
 
-    /// Handles what comes over the bus until `holds`. False when it never did within `patience`.
-    static bool waitUntil(const std::function<bool()>& holds);
-
     /// Waits for the first icon. False when none came.
     bool hasIcon();
 
@@ -60,6 +62,10 @@ public:
 
     /// A property of the icon; an invalid value when it does not answer.
     QVariant iconProperty(const char* name);
+
+    /// Waits for any answer of the icon, also a refusal: the program's event loop has gone round.
+    /// False when none came.
+    bool isAnswered();
 
     /// Opens the menu, as a click on the icon does. Line by line what it shows: a level of
     /// indentation per submenu, "✓ " before what is marked, "(disabled)" behind what is.
@@ -78,9 +84,6 @@ public:
     std::string activate(const QVariantMap& platformData = {});
 
 private:
-    QDBusMessage call(const QString& path, const char* interface, const char* method,
-                      const QVariantList& arguments);
-
     QString connectionName_;
     QDBusConnection connection_;
     QString icon_; ///< the service of the icon that registered last

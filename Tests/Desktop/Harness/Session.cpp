@@ -1,12 +1,8 @@
 #include "Desktop/Harness/Session.h"
 
-#include <csignal>
 #include <cstdlib>
-#include <memory>
 #include <regex>
 #include <stdexcept>
-
-#include <sqlite3.h>
 
 namespace desktop {
 
@@ -18,60 +14,59 @@ namespace {
     throw std::runtime_error(text);
 }
 
-Words outputOfXrandr(const std::string& display, const Words& arguments) {
-    Words command{"xrandr", "--display", display};
-    command.insert(command.end(), arguments.begin(), arguments.end());
+/// The lines of the command, which ends by itself. Throws when it fails.
+Words linesOf(const Words& command) {
     ChildProcess process(command);
     if (process.wait() != 0)
-        fail("xrandr has failed", process);
+        fail(command.front() + " has failed", process);
     return process.lines();
+}
+
+Words joined(Words words, const Words& others) {
+    words.insert(words.end(), others.begin(), others.end());
+    return words;
 }
 
 } // namespace
 
-Home::Home() {
-    std::string name = std::filesystem::temp_directory_path() / "tessary-XXXXXX";
-    if (mkdtemp(name.data()) == nullptr)
-        throw std::runtime_error("cannot make " + name);
-    path_ = name;
-}
-
-Home::~Home() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-}
-
-Words Home::commandOn(const std::string& display, const Words& command) const {
-    Words words{"env", "-i", "DISPLAY=" + display, "HOME=" + path_.string(),
-                "XDG_CONFIG_HOME=" + (path_ / "config").string(),
-                "XDG_RUNTIME_DIR=" + path_.string(),
+Words Home::commandOn(const std::string& display, const Words& command,
+                      const Words& arguments) const {
+    Words words{"env", "-i", "DISPLAY=" + display, "HOME=" + path().string(),
+                "XDG_CONFIG_HOME=" + (path() / "config").string(),
+                "XDG_RUNTIME_DIR=" + path().string(),
                 // Without an address D-Bus would start a bus of its own, which nobody ends.
-                "DBUS_SESSION_BUS_ADDRESS=unix:path=" + (path_ / "bus").string()};
+                "DBUS_SESSION_BUS_ADDRESS=unix:path=" + (path() / "bus").string()};
     for (const char* name : {"PATH", "ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS"})
         if (const char* value = std::getenv(name))
             words.push_back(std::string(name) + "=" + value);
-    words.insert(words.end(), command.begin(), command.end());
-    return words;
+    return joined(joined(words, command), arguments);
 }
 
 std::map<std::string, std::string> Home::settings() const {
-    const auto file = path_ / "config" / "tessary" / "defaults.sqlite";
-    if (std::error_code error; std::filesystem::file_size(file, error) == 0 || error)
+    if (std::error_code error; std::filesystem::file_size(database(), error) == 0 || error)
         return {}; // the first settings are not written yet
-    sqlite3* opened = nullptr;
-    sqlite3_open_v2(file.c_str(), &opened, SQLITE_OPEN_READONLY, nullptr);
-    const std::unique_ptr<sqlite3, decltype(&sqlite3_close)> database(opened, sqlite3_close);
-    sqlite3_busy_timeout(opened, 1000); // milliseconds: the program may be writing or closing
     std::map<std::string, std::string> rows;
-    const auto addRow = [](void* into, int, char** values, char**) {
-        static_cast<decltype(rows)*>(into)->emplace(values[0], values[1]);
-        return 0;
-    };
-    if (sqlite3_exec(opened,
-                     "SELECT key, typeof(value) || ' ' || CAST(value AS TEXT) FROM defaults",
-                     addRow, &rows, nullptr) != SQLITE_OK)
-        throw std::runtime_error(file.string() + ": " + sqlite3_errmsg(opened));
+    for (const std::string& line :
+         query("SELECT key, typeof(value), CAST(value AS TEXT) FROM defaults"))
+        rows[line.substr(0, line.find(' '))] = line.substr(line.find(' ') + 1);
     return rows;
+}
+
+void Home::store(const std::string& key, const std::string& data) const {
+    std::filesystem::create_directories(database().parent_path());
+    query("CREATE TABLE IF NOT EXISTS defaults(key TEXT, value, PRIMARY KEY(key));"
+          "INSERT INTO defaults VALUES('" +
+          key + "', CAST('" + data + "' AS BLOB))");
+}
+
+std::filesystem::path Home::database() const {
+    return path() / "config" / "tessary" / "defaults.sqlite";
+}
+
+/// The program may be writing or closing.
+Words Home::query(const std::string& sql) const {
+    return linesOf(
+        {"sqlite3", "-batch", "-separator", " ", "-cmd", ".timeout 1000", database(), sql});
 }
 
 // The server itself, since the command Xorg may be a wrapper that asks for the console. A held key
@@ -88,15 +83,17 @@ XServer::XServer(const Home& home)
     setKeymap({"-rules", "evdev", "-model", "pc105", "-layout", "us"});
 }
 
+Words XServer::run(const Words& command) const {
+    return linesOf(joined({"env", "DISPLAY=" + display_}, command));
+}
+
 void XServer::setKeymap(const Words& arguments) const {
-    Words command{"setxkbmap", "-display", display_};
-    command.insert(command.end(), arguments.begin(), arguments.end());
-    ChildProcess(command).wait();
+    run(joined({"setxkbmap"}, arguments));
 }
 
 void XServer::xrandr(const Words& arguments) const {
-    outputOfXrandr(display_, arguments);
-    outputOfXrandr(display_, {}); // the dummy driver finds out only now what is connected
+    run(joined({"xrandr"}, arguments));
+    run({"xrandr"}); // the dummy driver finds out only now what is connected
 }
 
 Layout XServer::layout() const {
@@ -105,8 +102,7 @@ Layout XServer::layout() const {
     Layout layout;
     std::smatch name;
     std::smatch rate;
-    const Words lines = outputOfXrandr(display_, {"--current"});
-    for (const std::string& line : lines) {
+    for (const std::string& line : run({"xrandr", "--current"})) {
         if (!line.starts_with(' '))
             std::regex_match(line, name, output);
         else if (std::regex_match(line, rate, currentRate))
@@ -128,9 +124,10 @@ void XServer::addMode(const std::string& output, int width, int height, int rate
     xrandr({"--addmode", output, name});
 }
 
-void XServer::stop() {
-    process_.signal(SIGTERM);
-    process_.wait();
+WindowManager::WindowManager(const Home& home, const XServer& server)
+    : process_(home.commandOn(server.display(), {"openbox", "--startup", "echo ready"})) {
+    if (!process_.waitForLine("ready"))
+        fail("no window manager has started", process_);
 }
 
 } // namespace desktop

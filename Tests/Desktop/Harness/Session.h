@@ -3,6 +3,8 @@
 
 #include "Desktop/Harness/ChildProcess.h"
 
+#include <QTemporaryDir>
+
 #include <filesystem>
 #include <map>
 #include <string>
@@ -12,24 +14,27 @@ namespace desktop {
 /// A new home folder, deleted at the end.
 class Home {
 public:
-    Home();
-    ~Home();
-
-    const std::filesystem::path& path() const { return path_; }
+    std::filesystem::path path() const { return folder_.path().toStdString(); }
 
     /// The command that runs `command` in this home, on `display`, with nothing else in its
     /// environment. A word such as "NAME=value" before the command's name adds to it.
-    Words commandOn(const std::string& display, const Words& command) const;
+    Words commandOn(const std::string& display, const Words& command,
+                    const Words& arguments = {}) const;
 
-    /// Every row of the settings database: the value after its type, as in "blob {…}" and
+    /// The settings database.
+    std::filesystem::path database() const;
+
+    /// Every row of it: the value after its type, as in "blob {…}" and
     /// "integer 1". Throws when there is no such database.
     std::map<std::string, std::string> settings() const;
 
-    Home(const Home&) = delete;
-    Home& operator=(const Home&) = delete;
+    /// Stores data, as an earlier run of the program would have.
+    void store(const std::string& key, const std::string& data) const;
 
 private:
-    std::filesystem::path path_;
+    Words query(const std::string& sql) const;
+
+    QTemporaryDir folder_;
 };
 
 /// What each output that is on shows and where, as in "1920x1080+2560+0 60.00 Hz".
@@ -45,8 +50,10 @@ public:
     /// Its name, as in DISPLAY.
     const std::string& display() const { return display_; }
 
+    /// Runs the command for this display and answers its lines. Throws when it fails.
+    Words run(const Words& command) const;
+
     /// Changes displays with xrandr, given its arguments. An output is connected once it was on.
-    /// Throws when xrandr fails.
     void xrandr(const Words& arguments) const;
 
     Layout layout() const;
@@ -61,11 +68,21 @@ public:
     void signal(int number) const { process_.signal(number); }
 
     /// Ends the server, as a log-out does.
-    void stop();
+    void stop() { process_.end(); }
 
 private:
     ChildProcess process_;
     std::string display_;
+};
+
+/// A window manager (openbox) that has begun its work: a window that opens before would never be
+/// managed.
+class WindowManager {
+public:
+    WindowManager(const Home& home, const XServer& server);
+
+private:
+    ChildProcess process_;
 };
 
 } // namespace desktop

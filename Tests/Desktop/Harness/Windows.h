@@ -1,9 +1,9 @@
-// What stands on the screen.
+// What stands on the screen, as xdotool and the window manager tell it.
 #pragma once
 
 #include "Desktop/Harness/Client.h"
+#include "Desktop/Harness/Session.h"
 
-#include <filesystem>
 #include <optional>
 #include <string>
 
@@ -37,8 +37,17 @@ void closeWindow(const Client& client, const std::string& program);
 /// Asks the window manager to move the framed window of `program` to this place of its frame.
 void moveWindow(const Client& client, const std::string& program, int x, int y);
 
-/// Writes what the screen shows, or a part of it, as a PNG file. Throws when that fails.
-void saveScreenshot(const Client& client, const std::filesystem::path& file,
-                    std::optional<WindowPlace> part = {});
+/// A panel along the top of the primary display that shows status icons in the X way (tint2).
+class Tray {
+public:
+    Tray(const Home& home, const XServer& server);
+
+    /// Clicks the icon of `program` as soon as it can be seen, and waits for its menu. False when
+    /// one of them never showed.
+    bool opensMenuOf(const std::string& program, Client& client) const;
+
+private:
+    ChildProcess process_;
+};
 
 } // namespace desktop

@@ -61,20 +61,11 @@ void redirectTo(ServerAnswer& answer, const QString& address) {
     answer = {.status = 302, .headers = "Location: " + address.toUtf8() + "\r\n"};
 }
 
-const QByteArray entityBomb = [] {
-    QByteArray types = "<!ENTITY a0 \"bang\">";
-    for (int i = 1; i < 10; ++i)
-        types += "<!ENTITY a" + QByteArray::number(i) + " \"" +
-                 ("&a" + QByteArray::number(i - 1) + ";").repeated(10) + "\">";
-    return "<!DOCTYPE rss [" + types + "]><rss version=\"2.0\"><channel><item>&a9;</item>" +
-           "</channel></rss>";
-}();
-
 const Row rows[]{
     {"unreachable_host", [](auto& t) { t.server->stop(); }, "cannot be reached"},
-    {"silent_server",
+    {"endless_head",
      [](auto& t) {
-         t.feed().status = 0;
+         t.feed() = {.body = "Field: value\r\n", .ending = Ending::endlessHead};
          t.request.limits.silence = 200ms;
      },
      "took too long to answer"},
@@ -84,9 +75,7 @@ const Row rows[]{
     {"plain_http_elsewhere",
      [](auto& t) { t.request.feed = QStringLiteral("http://updates.invalid/feed"); }, "not secure"},
     {"endless_feed", [](auto& t) { t.feed().ending = Ending::repetition; }, "too large"},
-    {"feed_of_50_MiB", [](auto& t) { t.feed().body += QByteArray(50 << 20, ' '); }, "too large"},
     {"damaged_feed", [](auto& t) { t.feed().body.chop(20); }, "damaged"},
-    {"entity_bomb", [](auto& t) { t.feed().body = entityBomb; }, "damaged"},
     {"no_version", [](auto& t) { t.announce(&Announcement::version, "1.x"); }, "damaged"},
     {"https_to_http",
      [](auto& t) {
@@ -115,7 +104,6 @@ const Row rows[]{
      "ended before everything had come", true, true},
     {"shorter_package", [](auto& t) { t.answer().body.chop(1000); }, "shorter than announced",
      true},
-    {"longer_package", [](auto& t) { t.answer().body += 'p'; }, "larger than announced", true},
     {"endless_package", [](auto& t) { t.answer().ending = Ending::repetition; },
      "larger than announced", true},
     {"other_package", [](auto& t) { t.answer().body.back() = 'q'; }, "signed", true},
@@ -129,20 +117,20 @@ const Row rows[]{
 INSTANTIATE_TEST_SUITE_P(Updates, FailureTest, testing::ValuesIn(rows),
                          [](const auto& row) { return std::string(row.param.name); });
 
-TEST_P(FailureTest, EndsInOneDialogThatSaysWhy) {
+TEST_P(FailureTest, IsToldWithWhyAndMayBeTriedAgain) {
     GetParam().arrange(*this);
-    const auto outcome = GetParam().isOfPackage ? tessaryUpdateLooked : tessaryUpdateFailed;
+    check(true);
     if (GetParam().isOfPackage) {
-        ASSERT_TRUE(check(true, QStringLiteral("is available")));
+        ASSERT_TRUE(says(QStringLiteral("is available")));
         ASSERT_TRUE(press(QStringLiteral("Install")));
-    } else {
-        check(true);
     }
     ASSERT_TRUE(says(QString::fromUtf8(GetParam().words)));
-    EXPECT_EQ(outcomes, std::vector{outcome});
+    ASSERT_TRUE(press(QStringLiteral("Try Again")));
+    ASSERT_TRUE(says(QString::fromUtf8(GetParam().words)));
     ASSERT_TRUE(press(QStringLiteral("Close")));
     EXPECT_TRUE(isQuiet());
-    EXPECT_EQ(outcomes.size(), 1);
+    EXPECT_EQ(outcomes, GetParam().isOfPackage ? std::vector(1, tessaryUpdateLooked)
+                                               : std::vector(2, tessaryUpdateFailed));
     EXPECT_EQ(files().size(), GetParam().isResumable ? 1 : 0);
     for (const auto& name : files())
         EXPECT_TRUE(name.ends_with(".part")) << name;

@@ -36,9 +36,6 @@ struct FolderTest : UpdateFixture {
 
 TEST_F(FolderTest, ThatIsNotTheUsersOwnIsLeftAlone) {
     const fs::path own = downloads().parent_path();
-    const auto permit = [](const fs::path& place, int mode) {
-        return [=] { fs::permissions(place, fs::perms(mode)); };
-    };
     const auto linkTo = [](const fs::path& target, const fs::path& place) {
         return [=] {
             fs::remove_all(place);
@@ -47,9 +44,7 @@ TEST_F(FolderTest, ThatIsNotTheUsersOwnIsLeftAlone) {
     };
     std::vector<std::pair<std::function<void()>, const char16_t*>> rows{
         {linkTo(documents, own), u"tessary” cannot be used: it is a link"},
-        {linkTo(documents / "updates", downloads()), u"updates” cannot be used: it is a link"},
-        {permit(own, 0720), u"tessary” cannot be used: others may write to it"},
-        {permit(downloads(), 0777), u"updates” cannot be used: others may write to it"}};
+        {linkTo(documents / "updates", downloads()), u"updates” cannot be used: it is a link"}};
     if (::geteuid() == 0) // others cannot give files away
         rows.emplace_back([own] { EXPECT_EQ(::chown(own.c_str(), 1, 1), 0); }, u"somebody else");
     fill(documents / "updates");
@@ -67,6 +62,8 @@ TEST_F(FolderTest, ThatIsNotTheUsersOwnIsLeftAlone) {
 TEST_F(FolderTest, LosesOnlyWhatWasDownloadedBefore) {
     auto left = others;
     fill(downloads());
+    for (const auto& place : {downloads().parent_path(), downloads()})
+        fs::permissions(place, fs::perms(0777));
     fill(documents);
     fs::create_symlink(documents / "thesis.odt", downloads() / "tessary-1.7.deb");
     fs::create_directory(downloads() / "tessary-1.10.deb");
@@ -75,10 +72,16 @@ TEST_F(FolderTest, LosesOnlyWhatWasDownloadedBefore) {
     EXPECT_EQ(files().size(), left.size() + 1) << "the package is there, without its name";
     EXPECT_TRUE(press(QStringLiteral("Close")));
     fs::remove(downloads() / "tessary-1.10.deb");
-    qputenv("XDG_DATA_DIRS", "/nowhere");
-    EXPECT_TRUE(download(QStringLiteral("could not be opened")));
+    qputenv("XDG_DATA_DIRS", "/nowhere"); // where no program is registered for packages
+    const auto whole = downloads() / "tessary-1.10.deb";
+    EXPECT_TRUE(download(QString::fromStdString("lies at “" + whole.string())));
     EXPECT_EQ(files(), left);
     EXPECT_EQ(server->requests["/package"].size(), 1U);
+    for (const auto& place : {downloads().parent_path(), downloads()})
+        EXPECT_EQ(fs::status(place).permissions(), fs::perms(0755)) << "the user's alone to write";
+    fs::permissions(whole, fs::perms(0660));
+    EXPECT_TRUE(download(QStringLiteral("could not be opened")));
+    EXPECT_EQ(server->requests["/package"].size(), 2U) << "others may have changed it";
 }
 
 } // namespace

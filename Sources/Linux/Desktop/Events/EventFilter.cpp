@@ -2,6 +2,7 @@
 
 #include "Linux/Desktop/Events/KeyEvents.h"
 #include "Linux/Desktop/Events/MouseEvents.h"
+#include "Linux/Desktop/Windows/WindowWidget.h"
 #include "Platform/AppKit/NSSound.h"
 
 #include <QWindow>
@@ -12,6 +13,23 @@ namespace {
 
 constexpr NSEventMask keys =
     NSEventMaskFromType(NSEventType::keyDown) | NSEventMaskFromType(NSEventType::flagsChanged);
+
+/// The program's own windows, with what pops up from them, its menus and the icon of an X tray.
+/// Other windows with a frame are the update framework's.
+bool isOurs(const QWindow& window) {
+    const QWindow* owner = &window;
+    while (owner->transientParent() != nullptr)
+        owner = owner->transientParent();
+    if (owner->type() == Qt::Popup || owner->flags().testFlag(Qt::BypassWindowManagerHint))
+        return true;
+    const QWidget* widget = QWidget::find(owner->winId());
+    return widget != nullptr && windowOf(*widget) != nullptr;
+}
+
+/// Whether a monitor waits for the keys of this window; null is none.
+bool areKeysWatched(const QWindow* window) {
+    return window != nullptr && NSEventHasMonitor(keys) && isOurs(*window);
+}
 
 bool isSwallowed(const NSEvent& event) {
     return NSEventSendToMonitors(event) == NSEvent::Passage::swallow;
@@ -35,7 +53,8 @@ EventFilter::EventFilter(QGuiApplication& application)
 }
 
 void EventFilter::monitorsChanged() {
-    grab_.setWindow(NSEventHasMonitor(keys) ? QGuiApplication::focusWindow() : nullptr);
+    QWindow* window = QGuiApplication::focusWindow();
+    grab_.setWindow(areKeysWatched(window) ? window : nullptr);
     if (NSEventHasMonitor(~NSEventMask{}) || !swallowed_.empty())
         application_.installEventFilter(this);
     else
@@ -47,6 +66,8 @@ void EventFilter::focusChanged(QWindow* window) {
     if (window == nullptr) {
         swallowed_.clear();
         lastRelease_ = {};
+    }
+    if (window == nullptr || !isOurs(*window)) {
         NSEvent allUp;
         allUp.type = NSEventType::flagsChanged;
         NSEventSendToMonitors(allUp);
@@ -62,8 +83,8 @@ bool EventFilter::eventFilter(QObject* receiver, QEvent* event) {
 
 bool EventFilter::swallows(QWindow& window, QEvent& event) {
     if (auto* key = dynamic_cast<QKeyEvent*>(&event))
-        return swallowsKey(*key);
-    if (event.type() != QEvent::MouseButtonPress)
+        return swallowsKey(*key, areKeysWatched(&window));
+    if (event.type() != QEvent::MouseButtonPress || !isOurs(window))
         return false;
     const auto* mouse = dynamic_cast<QMouseEvent*>(&event);
     return mouse != nullptr && swallowsClick(window, *mouse);
@@ -71,18 +92,18 @@ bool EventFilter::swallows(QWindow& window, QEvent& event) {
 
 // A shortcut is asked before the press comes, and unless the question is accepted acts in its
 // place.
-bool EventFilter::swallowsKey(QKeyEvent& event) {
+bool EventFilter::swallowsKey(QKeyEvent& event, bool isWatched) {
     if (event.type() == QEvent::KeyPress)
-        return swallowsPress(event);
+        return swallowsPress(event, isWatched);
     if (event.type() == QEvent::KeyRelease)
-        return swallowsRelease(event);
-    event.setAccepted(isTaken(event));
+        return swallowsRelease(event, isWatched);
+    event.setAccepted(isTaken(event, isWatched));
     return event.isAccepted();
 }
 
 /// Also a repetition of a press that has ended its monitor.
-bool EventFilter::isTaken(const QKeyEvent& event) const {
-    return NSEventHasMonitor(keys) || swallowed_.contains(event.nativeScanCode());
+bool EventFilter::isTaken(const QKeyEvent& event, bool isWatched) const {
+    return isWatched || swallowed_.contains(event.nativeScanCode());
 }
 
 // The toolkit does not recognise every repetition: a press without a time in between.
@@ -91,15 +112,15 @@ bool EventFilter::isRepetition(const QKeyEvent& event) const {
            (event.nativeScanCode() == lastRelease_.key && event.timestamp() == lastRelease_.time);
 }
 
-bool EventFilter::swallowsPress(const QKeyEvent& event) {
+bool EventFilter::swallowsPress(const QKeyEvent& event, bool isWatched) {
     if (isRepetition(event)) {
         if (lastRelease_.wasSwallowed)
             swallowed_.insert(event.nativeScanCode());
-        return isTaken(event);
+        return isTaken(event, isWatched);
     }
     swallowed_.erase(event.nativeScanCode());
     lastRelease_ = {};
-    if (!NSEventHasMonitor(keys)) {
+    if (!isWatched) {
         monitorsChanged();
         return false;
     }
@@ -112,12 +133,12 @@ bool EventFilter::swallowsPress(const QKeyEvent& event) {
     return swallowed_.contains(event.nativeScanCode());
 }
 
-bool EventFilter::swallowsRelease(const QKeyEvent& event) {
+bool EventFilter::swallowsRelease(const QKeyEvent& event, bool isWatched) {
     if (event.isAutoRepeat())
-        return isTaken(event);
+        return isTaken(event, isWatched);
     const bool wasSwallowed = swallowed_.erase(event.nativeScanCode()) > 0;
     lastRelease_ = {event.nativeScanCode(), event.timestamp(), wasSwallowed};
-    const auto key = NSEventHasMonitor(keys) ? keyEvent(event) : std::nullopt;
+    const auto key = isWatched ? keyEvent(event) : std::nullopt;
     const bool isNowSwallowed = key && isSwallowed(*key);
     return wasSwallowed || isNowSwallowed;
 }

@@ -11,7 +11,8 @@
 
 namespace tessary {
 
-/// Shows the events of our windows to the program's monitors before the toolkit acts on them. Looks
+/// Shows the events of the program's own windows, not those of the update framework's, to the
+/// program's monitors before the toolkit acts on them. Looks
 /// on only while there is a monitor, and until the keys whose press a monitor has swallowed are up
 /// and another one goes down.
 class EventFilter : public QObject {
@@ -32,10 +33,10 @@ private:
     };
 
     bool swallows(QWindow& window, QEvent& event);
-    bool swallowsKey(QKeyEvent& event);
-    bool swallowsPress(const QKeyEvent& event);
-    bool swallowsRelease(const QKeyEvent& event);
-    bool isTaken(const QKeyEvent& event) const;
+    bool swallowsKey(QKeyEvent& event, bool isWatched);
+    bool swallowsPress(const QKeyEvent& event, bool isWatched);
+    bool swallowsRelease(const QKeyEvent& event, bool isWatched);
+    bool isTaken(const QKeyEvent& event, bool isWatched) const;
     bool isRepetition(const QKeyEvent& event) const;
     void focusChanged(QWindow* window);
 

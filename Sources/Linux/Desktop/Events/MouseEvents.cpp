@@ -3,6 +3,8 @@
 #include "Linux/Desktop/Events/KeyEvents.h"
 #include "Linux/Desktop/Windows/WindowWidget.h"
 
+#include <QGuiApplication>
+
 namespace tessary {
 
 // The middle of the pixel, so that its top row lies within a view and the row below does not.
@@ -15,6 +17,17 @@ NSEvent mouseEvent(NSEventType type, const QWidget& window, const QPointF& posit
     event.window = windowOf(window);
     event.locationInWindow = {position.x(), window.height() - position.y() - halfPixel};
     return event;
+}
+
+NSEvent clickInto(const QWidget& widget) {
+    const QWidget& window = *widget.window();
+    const QPointF middle = widget.mapTo(&window, QRectF(widget.rect()).center());
+    return mouseEvent(NSEventType::leftMouseDown, window, middle, {});
+}
+
+void showActivation(const QWidget& control) {
+    if (QGuiApplication::mouseButtons() == Qt::NoButton)
+        NSEventSendToMonitors(clickInto(control));
 }
 
 } // namespace tessary

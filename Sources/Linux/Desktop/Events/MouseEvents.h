@@ -11,4 +11,11 @@ namespace tessary {
 NSEvent mouseEvent(NSEventType type, const QWidget& window, const QPointF& position,
                    Qt::KeyboardModifiers modifiers);
 
+/// A left click into the middle of `widget`.
+NSEvent clickInto(const QWidget& widget);
+
+/// To be called where a standard control acts: what no mouse has pressed, but a key or an assistive
+/// technology, is shown to the program's monitors as a click into the control. They cannot stop it.
+void showActivation(const QWidget& control);
+
 } // namespace tessary

@@ -1,6 +1,9 @@
 #include "Linux/Desktop/Forms/Controls.h"
 
+#include "Linux/Desktop/Events/MouseEvents.h"
 #include "Linux/Desktop/Forms/FormText.h"
+#include "Linux/Desktop/Forms/Mnemonics.h"
+#include "Linux/Desktop/Views/Colours.h"
 
 #include <QSignalBlocker>
 #include <QWheelEvent>
@@ -26,13 +29,11 @@ bool isDivider(const QComboBox& box, int index) {
 
 PickerBox::PickerBox(QWidget* parent) : QComboBox(parent) {
     setSizeAdjustPolicy(AdjustToContents);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
-/// With a width of its own the box stands beside something else, and takes what room there is.
 void PickerBox::setMinimum(int width) {
     minimum_ = width;
-    setSizeAdjustPolicy(width > 0 ? AdjustToMinimumContentsLengthWithIcon : AdjustToContents);
-    setSizePolicy(width > 0 ? QSizePolicy::Expanding : QSizePolicy::Preferred, QSizePolicy::Fixed);
     updateGeometry();
 }
 
@@ -61,8 +62,9 @@ void PickerBox::setEntry(int index, const Forms::PickerEntry& entry) {
 }
 
 QSize PickerBox::sizeHint() const {
+    constexpr int height = 24; // of the fields beside it
     const QSize hint = QComboBox::sizeHint();
-    return {minimum_ > 0 ? minimum_ : hint.width(), hint.height()};
+    return {minimum_ > 0 ? minimum_ : hint.width(), std::max(hint.height(), scaled(height, *this))};
 }
 
 /// The button may be narrower than its longest entry, which the list shows whole.
@@ -71,61 +73,68 @@ QSize PickerBox::minimumSizeHint() const {
     return {std::max(narrowest, minimum_), QComboBox::minimumSizeHint().height()};
 }
 
+void PickerBox::showPopup() {
+    showActivation(*this);
+    QComboBox::showPopup();
+}
+
 /// Turning the wheel above a form is no choice.
 void PickerBox::wheelEvent(QWheelEvent* event) {
     event->ignore();
 }
 
-PickerWidget::PickerWidget(QWidget* parent) : QWidget(parent) {
-    layout_.setContentsMargins(0, 0, 0, 0);
-    layout_.addWidget(&label_, 1);
-    layout_.addWidget(&box_);
+PickerWidget::PickerWidget(QWidget* parent) : LabeledRow(parent) {
+    columns().addWidget(&label_);
+    columns().addWidget(&box_);
     label_.setBuddy(&box_);
     connect(&box_, &QComboBox::activated, this,
-            [this](int index) { choose(static_cast<std::size_t>(index)); });
+            [this](int index) { callCopy(select_, static_cast<std::size_t>(index)); });
 }
 
 void PickerWidget::render(const Forms::Picker& picker, const QString& rowLabel) {
     select_ = picker.select;
-    selected_ = picker.selected;
     renderLabel(picker, rowLabel);
-    box_.setMinimum(qRound(picker.minimumWidth * pointSize(*this)));
+    columns().setSpacing(scaled(betweenLabelAndContent, *this));
+    box_.setMinimum(scaled(picker.minimumWidth, *this));
     box_.setEntries(picker.entries);
     box_.setCurrentIndex(picker.selected ? static_cast<int>(*picker.selected) : -1);
     box_.setEnabled(picker.isEnabled);
+    makeOutlinesVisible(box_);
     updateGeometry();
 }
 
 /// On Linux a box's accessible name is the chosen entry, whatever name it was given; what it is
-/// about is told by a label that belongs to it, also one that is hidden. Such labels know
-/// mnemonics.
+/// about is told by a label that belongs to it, also one that is hidden.
 void PickerWidget::renderLabel(const Forms::Picker& picker, const QString& rowLabel) {
-    const QString words = wordsOf(picker.label);
     label_.render(picker.label);
-    label_.setText(withoutMnemonic(words.isEmpty() ? rowLabel : words));
+    if (label_.text().isEmpty())
+        label_.setText(withoutMnemonic(rowLabel));
     label_.setHidden(picker.isLabelHidden);
 }
 
-void PickerWidget::choose(std::size_t entry) {
-    if (entry != selected_)
-        callCopy(select_, entry);
-}
-
-/// Assistive technologies toggle without a click.
+/// Assistive technologies toggle without a press.
 ToggleWidget::ToggleWidget(QWidget* parent) : QCheckBox(parent) {
-    connect(this, &QCheckBox::toggled, this, [this](bool isOn) { callCopy(setOn_, isOn); });
+    connect(this, &QCheckBox::pressed, this, [this] { isPressed_ = true; });
+    connect(this, &QCheckBox::released, this, [this] { isPressed_ = false; });
+    connect(this, &QCheckBox::toggled, this, [this](bool isOn) {
+        if (!isPressed_)
+            showActivation(*this);
+        callCopy(setOn_, isOn);
+    });
 }
 
 void ToggleWidget::render(const Forms::Toggle& toggle, const QString& rowLabel) {
     setOn_ = toggle.setOn;
-    setText(withoutMnemonic(wordsOf(toggle.label)));
+    setText(withMnemonic(*this, wordsOf(toggle.label)));
     setAccessibleDescription(rowLabel);
     const QSignalBlocker silence(this);
     setChecked(toggle.isOn);
+    makeOutlinesVisible(*this);
 }
 
 ButtonWidget::ButtonWidget(QWidget* parent) : QPushButton(parent) {
-    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
+    connect(this, &QPushButton::pressed, this, [this] { showActivation(*this); });
     connect(this, &QPushButton::clicked, this, [this] { callCopy(action_); });
 }
 
@@ -133,14 +142,19 @@ void ButtonWidget::render(const Forms::Button& button, const QString& rowLabel) 
     action_ = button.action;
     const QFont& inherited = parentWidget()->font();
     setFont(button.size == Forms::ControlSize::small ? smaller(inherited) : inherited);
-    setText(withoutMnemonic(wordsOf(button.title)));
+    setText(withMnemonic(*this, wordsOf(button.title)));
     setAccessibleDescription(rowLabel);
+    makeOutlinesVisible(*this);
 }
 
-/// Some styles leave no room around a long title.
+/// Some styles leave no room around a long title, which is good to have and not needed.
 QSize ButtonWidget::sizeHint() const {
     const int title = fontMetrics().size(Qt::TextShowMnemonic, text()).width();
     return QPushButton::sizeHint().expandedTo({title + 2 * fontMetrics().height(), 0});
+}
+
+QSize ButtonWidget::minimumSizeHint() const {
+    return QPushButton::sizeHint();
 }
 
 } // namespace tessary

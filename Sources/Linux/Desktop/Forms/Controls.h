@@ -2,17 +2,16 @@
 // what a newer form sets.
 #pragma once
 
+#include "Linux/Desktop/Forms/LabeledRow.h"
 #include "Linux/Desktop/Forms/TextLabel.h"
 #include "Platform/Forms.h"
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QHBoxLayout>
 #include <QPushButton>
 
 #include <cstddef>
 #include <functional>
-#include <optional>
 #include <vector>
 
 namespace tessary {
@@ -30,6 +29,8 @@ public:
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
+    void showPopup() override;
+
 protected:
     void wheelEvent(QWheelEvent* event) override;
 
@@ -39,7 +40,7 @@ private:
     int minimum_ = 0;
 };
 
-class PickerWidget : public QWidget {
+class PickerWidget : public LabeledRow {
 public:
     explicit PickerWidget(QWidget* parent = nullptr);
 
@@ -47,12 +48,9 @@ public:
 
 private:
     void renderLabel(const Forms::Picker& picker, const QString& rowLabel);
-    void choose(std::size_t entry);
 
     TextLabel label_{this};
     PickerBox box_{this};
-    QHBoxLayout layout_{this};
-    std::optional<std::size_t> selected_;
     std::function<void(std::size_t)> select_;
 };
 
@@ -63,6 +61,7 @@ public:
     void render(const Forms::Toggle& toggle, const QString& rowLabel);
 
 private:
+    bool isPressed_ = false; ///< by a mouse or a key
     std::function<void(bool)> setOn_;
 };
 
@@ -73,6 +72,7 @@ public:
     void render(const Forms::Button& button, const QString& rowLabel);
 
     QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
 private:
     std::function<void()> action_;

@@ -63,6 +63,10 @@ double pointSize(const QWidget& widget) {
     return std::max(1.0, widget.fontInfo().pixelSize() / usualFontSize);
 }
 
+int scaled(double points, const QWidget& widget) {
+    return qRound(points * pointSize(widget));
+}
+
 QFont smaller(QFont font) {
     constexpr double factor = 0.85;
     if (font.pointSizeF() > 0)

@@ -1,4 +1,4 @@
-// The texts of a form. All of them are plain: nothing in them is markup or a mnemonic.
+// The texts of a form. All of them are plain: nothing in them is markup or the mark of a mnemonic.
 #pragma once
 
 #include "Platform/Forms.h"
@@ -31,5 +31,8 @@ QFont smaller(QFont font);
 /// How many of the toolkit's units a point takes. One, but more where the desktop's font is larger
 /// than the 13 points that forms are laid out for.
 double pointSize(const QWidget& widget);
+
+/// That many points in the toolkit's units.
+int scaled(double points, const QWidget& widget);
 
 } // namespace tessary

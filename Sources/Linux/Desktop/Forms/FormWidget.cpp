@@ -20,15 +20,18 @@ constexpr int betweenSections = 18;
 
 FormWidget::FormWidget(QWidget* parent) : QWidget(parent) {
     installFormAccessible();
-    layout_.setContentsMargins(margin, margin, margin, margin);
-    layout_.setSpacing(betweenSections);
 }
 
 void FormWidget::render(Forms::Form form) {
     form_ = std::move(form);
+    mnemonics_ = Mnemonics(form_);
+    const int around = scaled(margin, *this);
+    layout_.setContentsMargins(around, around, around, around);
+    layout_.setSpacing(scaled(betweenSections, *this));
     int place = 0;
     for (const Forms::Section& section : form_.sections)
-        widgetAt<SectionWidget>(layout_, place++)->render(section);
+        widgetAt<SectionWidget>(layout_, place++)
+            ->render(section, scaled(form_.width, *this) - 2 * around);
     discardFrom(layout_, place);
     fit();
 }
@@ -50,7 +53,7 @@ void FormWidget::changeEvent(QEvent* event) {
 }
 
 void FormWidget::fit() {
-    const int width = qRound(form_.width * pointSize(*this));
+    const int width = scaled(form_.width, *this);
     setFixedSize(width, layout_.hasHeightForWidth() ? layout_.totalHeightForWidth(width)
                                                     : layout_.totalSizeHint().height());
 }

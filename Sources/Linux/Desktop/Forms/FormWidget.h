@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Linux/Desktop/Forms/Mnemonics.h"
 #include "Platform/Forms.h"
 
 #include <QVBoxLayout>
@@ -16,6 +17,8 @@ public:
 
     void render(Forms::Form form);
 
+    const Mnemonics& mnemonics() const { return mnemonics_; }
+
 protected:
     bool event(QEvent* event) override;
     void changeEvent(QEvent* event) override;
@@ -24,6 +27,7 @@ private:
     void fit();
 
     Forms::Form form_;
+    Mnemonics mnemonics_;
     QVBoxLayout layout_{this};
 };
 

@@ -1,5 +1,6 @@
 #include "Linux/Desktop/Forms/Groups.h"
 
+#include "Linux/Desktop/Forms/Controls.h"
 #include "Linux/Desktop/Forms/FormText.h"
 #include "Linux/Desktop/Forms/Rendering.h"
 #include "Linux/Desktop/SymbolIcon.h"
@@ -8,15 +9,11 @@
 
 #include <QPainter>
 
-#include <algorithm>
-
 namespace tessary {
 
 namespace {
 
 constexpr int betweenSymbolAndTitle = 6;
-constexpr int symbolSize = 16;
-constexpr int betweenLabelAndContent = 12;
 constexpr int toolkitsOwn = -1; // spacing of a QBoxLayout that follows the style
 
 } // namespace
@@ -28,8 +25,8 @@ void StackWidget::render(const Forms::Stack& stack, const QString& rowLabel) {
     const bool isRow = stack.axis == Forms::Axis::horizontal;
     const bool hasOwnLabel = isRow && rowLabel.isEmpty();
     layout_.setDirection(isRow ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
-    layout_.setSpacing(stack.spacing ? static_cast<int>(*stack.spacing) : toolkitsOwn);
-    layout_.setContentsMargins(0, static_cast<int>(stack.topPadding), 0, 0);
+    layout_.setSpacing(stack.spacing ? scaled(*stack.spacing, *this) : toolkitsOwn);
+    layout_.setContentsMargins(0, scaled(stack.topPadding, *this), 0, 0);
     renderAll(layout_, stack.views, hasOwnLabel ? wordsOf(stack) : rowLabel);
     updateGeometry(); // tells the layout around, which is measured before the next event
 }
@@ -39,47 +36,58 @@ SymbolWidget::SymbolWidget(QWidget* parent) : QWidget(parent) {
 }
 
 void SymbolWidget::setSymbol(const std::string& symbol, const QColor& colour) {
+    setFixedSize(fontMetrics().height(), fontMetrics().height());
     if (symbol_ == symbol && colour_ == colour)
         return;
     symbol_ = symbol;
     colour_ = colour;
     icon_ = symbolIcon(symbol, colour);
-    setFixedSize(symbolSize, std::max(symbolSize, fontMetrics().height()));
     update();
 }
 
-/// Drawn anew each time, so that it is sharp on a screen of any density.
+/// Drawn anew each time for the pixels that the screen has, and of the largest picture: few sizes
+/// of fonts have one of their own.
 void SymbolWidget::paintEvent(QPaintEvent* /*event*/) {
-    QPainter painter(this);
-    icon_.paint(&painter, rect());
+    const QSize pixels = (QSizeF(size()) * devicePixelRatioF()).toSize();
+    const QSize largest = icon_.availableSizes().last();
+    QPainter(this).drawPixmap(rect(), icon_.pixmap(largest).scaled(pixels, Qt::IgnoreAspectRatio,
+                                                                   Qt::SmoothTransformation));
 }
 
 LabelWidget::LabelWidget(QWidget* parent) : QWidget(parent) {
     layout_.setContentsMargins(0, 0, 0, 0);
-    layout_.setSpacing(betweenSymbolAndTitle);
     layout_.addWidget(&symbol_, 0, Qt::AlignTop);
 }
 
 void LabelWidget::render(const Forms::Label& label, const QString& rowLabel) {
     const QColor colour = label.imageColor ? colourOf(*label.imageColor, palette())
                                            : palette().color(QPalette::WindowText);
+    layout_.setSpacing(scaled(betweenSymbolAndTitle, *this));
     symbol_.setSymbol(label.systemImage, colour);
     renderAt(layout_, 1, label.title.front(), rowLabel);
     layout_.setStretch(1, 1);
     updateGeometry();
 }
 
-LabeledContentWidget::LabeledContentWidget(QWidget* parent) : QWidget(parent) {
-    layout_.setContentsMargins(0, 0, 0, 0);
-    layout_.setSpacing(betweenLabelAndContent);
-}
+LabeledContentWidget::LabeledContentWidget(QWidget* parent) : LabeledRow(parent) {}
 
 void LabeledContentWidget::render(const Forms::LabeledContent& row, const QString& /*rowLabel*/) {
-    renderAt(layout_, 0, row.label.front(), QString());
-    renderAt(layout_, 1, row.content.front(), wordsOf(row.label.front()));
-    const bool fillsRow = layout_.itemAt(1)->expandingDirections().testFlag(Qt::Horizontal);
-    layout_.setStretch(0, fillsRow ? 0 : 1); // the content ends at the trailing edge
+    columns().setSpacing(scaled(betweenLabelAndContent, *this));
+    renderAt(columns(), 0, row.label.front(), QString());
+    renderAt(columns(), 1, row.content.front(), wordsOf(row.label.front()));
+    setBuddy(row);
+    columns().setStretch(0, isFilled() ? 0 : 1); // the content ends at the trailing edge
     updateGeometry();
+}
+
+/// A picker without a label of its own is reached by the row's mnemonic.
+void LabeledContentWidget::setBuddy(const Forms::LabeledContent& row) {
+    auto* label = columns().itemAt(0)->widget()->findChild<TextLabel*>();
+    auto* box = columns().itemAt(1)->widget()->findChild<PickerBox*>();
+    if (label == nullptr || box == nullptr || label->buddy() == box)
+        return;
+    label->setBuddy(box);
+    renderAt(columns(), 0, row.label.front(), QString());
 }
 
 SpacerWidget::SpacerWidget(QWidget* parent) : QWidget(parent) {
@@ -103,8 +111,9 @@ void HostedViewWidget::render(const Forms::HostedView& hosted, const QString& ro
     }
     hosted.update(view_);
     const auto [width, height] = view_->intrinsicContentSize();
-    widget_->setFixedSize(qCeil(width * pointSize(*this)), qCeil(height * pointSize(*this)));
+    widget_->setFixedSize(scaled(width, *this), scaled(height, *this));
     widget_->setAccessibleName(rowLabel);
+    widget_->setToolTip(localized(view_->toolTip()));
     updateGeometry();
 }
 

@@ -1,6 +1,7 @@
 // What arranges other views, or hosts one of the program's own.
 #pragma once
 
+#include "Linux/Desktop/Forms/LabeledRow.h"
 #include "Platform/Forms.h"
 
 #include <QBoxLayout>
@@ -23,7 +24,7 @@ private:
     QBoxLayout layout_{QBoxLayout::LeftToRight, this};
 };
 
-/// A symbol, as tall as a line of text.
+/// A symbol, as tall and wide as a line of text is high.
 class SymbolWidget : public QWidget {
 public:
     explicit SymbolWidget(QWidget* parent = nullptr);
@@ -50,14 +51,14 @@ private:
     QBoxLayout layout_{QBoxLayout::LeftToRight, this};
 };
 
-class LabeledContentWidget : public QWidget {
+class LabeledContentWidget : public LabeledRow {
 public:
     explicit LabeledContentWidget(QWidget* parent = nullptr);
 
     void render(const Forms::LabeledContent& row, const QString& rowLabel);
 
 private:
-    QBoxLayout layout_{QBoxLayout::LeftToRight, this};
+    void setBuddy(const Forms::LabeledContent& row);
 };
 
 class SpacerWidget : public QWidget {

@@ -1,7 +1,9 @@
 #include "Linux/Desktop/Forms/SectionWidget.h"
 
 #include "Linux/Desktop/Forms/FormText.h"
+#include "Linux/Desktop/Forms/LabeledRow.h"
 #include "Linux/Desktop/Forms/Rendering.h"
+#include "Linux/Desktop/Views/Colours.h"
 
 #include <QPainter>
 
@@ -15,23 +17,6 @@ constexpr int inset = 12; // of texts from the panel's edge
 constexpr int rowPadding = 8;
 constexpr int lineWidth = 1;
 constexpr int aroundPanel = 6;
-
-QColor mixed(const QColor& colour, const QColor& other, float share) {
-    const auto mix = [share](float a, float b) { return a + (b - a) * share; };
-    return QColor::fromRgbF(mix(colour.redF(), other.redF()), mix(colour.greenF(), other.greenF()),
-                            mix(colour.blueF(), other.blueF()));
-}
-
-/// A little lighter than the window. Dark desktops have a base that is darker, on which the base of
-/// check boxes would not be seen.
-QColor panelColour(const QPalette& palette) {
-    const QColor base = palette.color(QPalette::Base);
-    const QColor window = palette.color(QPalette::Window);
-    constexpr float lighter = 0.06F;
-    return base.lightness() >= window.lightness()
-               ? base
-               : mixed(window, palette.color(QPalette::WindowText), lighter);
-}
 
 /// Moved onto whole pixels of the screen, for sharp edges also where a point is 1.5 of them.
 QRectF onPixels(const QPainter& painter, const QRectF& rectangle) {
@@ -53,26 +38,33 @@ void drawPanel(QPainter& painter, const QRectF& outside, double thickness, const
 
 } // namespace
 
-RowsPanel::RowsPanel(QWidget* parent) : QWidget(parent) {
-    layout_.setContentsMargins(inset, rowPadding, inset, rowPadding);
-    layout_.setSpacing(2 * rowPadding + lineWidth);
-}
+RowsPanel::RowsPanel(QWidget* parent) : QWidget(parent) {}
 
-void RowsPanel::render(const std::vector<Forms::View>& rows) {
+void RowsPanel::render(const std::vector<Forms::View>& rows, int width) {
+    const int side = scaled(inset, *this);
+    const int padding = scaled(rowPadding, *this);
+    layout_.setContentsMargins(side, padding, side, padding);
+    layout_.setSpacing(2 * padding + lineWidth);
     renderAll(layout_, rows, QString());
+    std::vector<LabeledRow*> labeled;
+    for (int place = 0; place < layout_.count(); ++place)
+        if (auto* row = dynamic_cast<LabeledRow*>(existingAt(layout_, place)))
+            labeled.push_back(row);
+    alignLabels(labeled, width - 2 * side);
     updateGeometry();
     update();
 }
 
 void RowsPanel::paintEvent(QPaintEvent* /*event*/) {
     const QColor panel = panelColour(palette());
-    const QColor line = mixed(panel, palette().color(QPalette::WindowText), 0.15F);
+    const QColor line = dividerColour(palette());
     const double thickness = std::floor(devicePixelRatioF()) / devicePixelRatioF();
     QPainter painter(this);
     drawPanel(painter, onPixels(painter, rect()), thickness, panel, line);
     for (int place = 1; place < layout_.count(); ++place) {
-        const int y = existingAt(layout_, place)->y() - rowPadding - lineWidth;
-        QRectF separator = onPixels(painter, QRectF(inset, y, width() - 2 * inset, lineWidth));
+        const int y = existingAt(layout_, place)->y() - scaled(rowPadding, *this) - lineWidth;
+        const int side = scaled(inset, *this);
+        QRectF separator = onPixels(painter, QRectF(side, y, width() - 2 * side, lineWidth));
         separator.setHeight(thickness);
         painter.fillRect(separator, line);
     }
@@ -80,20 +72,20 @@ void RowsPanel::paintEvent(QPaintEvent* /*event*/) {
 
 SectionWidget::SectionWidget(QWidget* parent) : QWidget(parent) {
     layout_.setContentsMargins(0, 0, 0, 0);
-    layout_.setSpacing(aroundPanel);
     header_.setBold(true);
-    header_.setContentsMargins(inset, 0, inset, 0);
     layout_.addWidget(&header_);
     layout_.addWidget(&panel_);
 }
 
-void SectionWidget::render(const Forms::Section& section) {
+void SectionWidget::render(const Forms::Section& section, int width) {
+    layout_.setSpacing(scaled(aroundPanel, *this));
+    header_.setContentsMargins(scaled(inset, *this), 0, scaled(inset, *this), 0);
     header_.setVisible(section.header.has_value());
     if (section.header)
         header_.render(*section.header);
     setAccessibleName(section.header ? wordsOf(*section.header) : QString());
     setAccessibleDescription(section.footer.empty() ? QString() : wordsOf(section.footer.front()));
-    panel_.render(section.rows);
+    panel_.render(section.rows, width);
     renderFooter(section.footer);
     updateGeometry();
 }
@@ -105,7 +97,8 @@ void SectionWidget::renderFooter(const std::vector<Forms::View>& footer) {
         return;
     }
     renderAt(layout_, place, footer.front(), QString());
-    existingAt(layout_, place)->setContentsMargins(inset, 0, inset, 0);
+    existingAt(layout_, place)
+        ->setContentsMargins(scaled(inset, *this), 0, scaled(inset, *this), 0);
 }
 
 } // namespace tessary

@@ -13,7 +13,8 @@ class RowsPanel : public QWidget {
 public:
     explicit RowsPanel(QWidget* parent = nullptr);
 
-    void render(const std::vector<Forms::View>& rows);
+    /// `width` is the one that the panel will have.
+    void render(const std::vector<Forms::View>& rows, int width);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -26,7 +27,8 @@ class SectionWidget : public QWidget {
 public:
     explicit SectionWidget(QWidget* parent = nullptr);
 
-    void render(const Forms::Section& section);
+    /// `width` is the one that the section will have.
+    void render(const Forms::Section& section, int width);
 
 private:
     void renderFooter(const std::vector<Forms::View>& footer);

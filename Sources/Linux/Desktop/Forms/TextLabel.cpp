@@ -1,6 +1,8 @@
 #include "Linux/Desktop/Forms/TextLabel.h"
 
 #include "Linux/Desktop/Forms/FormText.h"
+#include "Linux/Desktop/Forms/Mnemonics.h"
+#include "Linux/Desktop/Views/Colours.h"
 
 #include <array>
 
@@ -13,7 +15,7 @@ TextLabel::TextLabel(QWidget* parent) : QLabel(parent) {
 
 void TextLabel::render(const Forms::Text& text, const QString& /*rowLabel*/) {
     setStyle(text.font, text.style);
-    setText(wordsOf(text));
+    setText(buddy() != nullptr ? withMnemonic(*this, wordsOf(text)) : wordsOf(text));
 }
 
 void TextLabel::render(const Forms::FormattedText& text, const QString& /*rowLabel*/) {
@@ -24,22 +26,21 @@ void TextLabel::render(const Forms::FormattedText& text, const QString& /*rowLab
 /// As wide as the text in one line where there is room; QLabel would like a few lines better.
 QSize TextLabel::sizeHint() const {
     const QMargins margins = contentsMargins();
-    const int line = fontMetrics().size(Qt::TextSingleLine, text()).width();
+    const int line = fontMetrics().size(Qt::TextSingleLine | Qt::TextShowMnemonic, text()).width();
     const int width = margins.left() + line + 1 + margins.right();
     return {width, heightForWidth(width)};
 }
 
 void TextLabel::setStyle(Forms::Font font, Forms::ForegroundStyle style) {
-    constexpr std::array opacities{1.0, 0.7, 0.5}; // primary, secondary, tertiary
+    constexpr std::array strengths{1.0F, 0.7F, 0.5F}; // primary, secondary, tertiary
     QFont own = parentWidget()->font();
     if (font == Forms::Font::caption)
         own = smaller(own);
     own.setBold(isBold_);
     if (own != this->font()) // setting it measures the text anew
         setFont(own);
-    QColor colour = parentWidget()->palette().color(QPalette::WindowText);
-    colour.setAlphaF(colour.alphaF() *
-                     static_cast<float>(opacities.at(static_cast<std::size_t>(style))));
+    const QColor colour =
+        textColour(parentWidget()->palette(), strengths.at(static_cast<std::size_t>(style)));
     QPalette shades;
     shades.setColor(QPalette::WindowText, colour);
     if (palette().color(QPalette::WindowText) != colour)

@@ -6,7 +6,7 @@
 
 namespace tessary {
 
-/// A piece of text that is broken into lines where it is too long.
+/// A piece of text that is broken into lines where it is too long. With a buddy it has a mnemonic.
 class TextLabel : public QLabel {
 public:
     explicit TextLabel(QWidget* parent = nullptr);

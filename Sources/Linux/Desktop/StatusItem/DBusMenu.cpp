@@ -1,5 +1,6 @@
 #include "Linux/Desktop/StatusItem/DBusMenu.h"
 
+#include "Linux/Desktop/SessionBus.h"
 #include "Linux/Desktop/StatusItem/CallBudget.h"
 #include "Linux/Desktop/StatusItem/MenuMarshalling.h"
 
@@ -15,9 +16,8 @@ namespace tessary {
 namespace {
 
 constexpr QLatin1String menuInterface("com.canonical.dbusmenu");
-constexpr QLatin1String propertiesInterface("org.freedesktop.DBus.Properties");
 
-constexpr QLatin1String description(R"xml(<interface name="com.canonical.dbusmenu">
+constexpr QLatin1String menuInterfaces(R"xml(<interface name="com.canonical.dbusmenu">
   <property name="Version" type="u" access="read"/>
   <property name="TextDirection" type="s" access="read"/>
   <property name="Status" type="s" access="read"/>
@@ -145,7 +145,7 @@ DBusMenu::~DBusMenu() {
 }
 
 QString DBusMenu::introspect(const QString& /*path*/) const {
-    return description;
+    return menuInterfaces;
 }
 
 /// Null when there is none. A call may leave out the interface.

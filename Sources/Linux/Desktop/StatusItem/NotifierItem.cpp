@@ -19,11 +19,10 @@ namespace tessary {
 namespace {
 
 const QString interface = QStringLiteral("org.kde.StatusNotifierItem");
-const QString propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
 const QString path = QStringLiteral("/StatusNotifierItem");
 const QString watcher = QStringLiteral("org.kde.StatusNotifierWatcher");
 
-constexpr QLatin1String description(R"xml(<interface name="org.kde.StatusNotifierItem">
+constexpr QLatin1String itemInterfaces(R"xml(<interface name="org.kde.StatusNotifierItem">
   <property name="Category" type="s" access="read"/>
   <property name="Id" type="s" access="read"/>
   <property name="Title" type="s" access="read"/>
@@ -122,7 +121,7 @@ QVariantMap NotifierItem::properties() const {
 }
 
 QString NotifierItem::introspect(const QString& /*path*/) const {
-    return description;
+    return itemInterfaces;
 }
 
 bool NotifierItem::handleMessage(const QDBusMessage& message, const QDBusConnection& bus) {

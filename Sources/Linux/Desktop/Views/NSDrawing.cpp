@@ -43,7 +43,7 @@ struct CrispLine {
                               std::ceil(outer.top() - rounding));
         const QPointF bottomRight(std::floor(outer.right() + rounding),
                                   std::floor(outer.bottom() + rounding));
-        const double pixels = std::max(1.0, std::round(lineWidth * scale));
+        const double pixels = std::max(1.0, std::floor(lineWidth * scale));
         const double inset = pixels / 2;
         way = toDevice.inverted().mapRect(
             QRectF(topLeft, bottomRight).adjusted(inset, inset, -inset, -inset));

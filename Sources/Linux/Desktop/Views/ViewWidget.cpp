@@ -9,8 +9,6 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPaintEvent>
-#include <QStyle>
-#include <QStyleOptionFocusRect>
 
 #include <utility>
 
@@ -32,13 +30,15 @@ ViewWidget::ViewWidget(std::shared_ptr<NSView> view, QWidget* parent)
     : QWidget(parent), view_(std::move(view)) {
     const auto [width, height] = view_->intrinsicContentSize();
     setFixedSize(qCeil(width), qCeil(height));
+    setCursor(Qt::PointingHandCursor);
     setFocusPolicy(view_->acceptsFirstResponder() ? Qt::StrongFocus : Qt::NoFocus);
 }
 
 void ViewWidget::click() {
     const auto view = view_; // what it does may end this widget
-    const QPointF middle = mapTo(window(), QRectF(rect()).center());
-    view->mouseDown(mouseEvent(NSEventType::leftMouseDown, *window(), middle, {}));
+    const NSEvent event = clickInto(*this);
+    if (NSEventSendToMonitors(event) == NSEvent::Passage::passOn)
+        view->mouseDown(event);
 }
 
 void ViewWidget::paintEvent(QPaintEvent* event) {
@@ -51,7 +51,8 @@ void ViewWidget::paintEvent(QPaintEvent* event) {
                      {double(dirty.width()), double(dirty.height())}});
         setTexts(context.texts());
     }
-    if (hasFocus() && showsFocus_)
+    const bool waitsForKeys = NSEventHasMonitor(NSEventMaskFromType(NSEventType::keyDown));
+    if (hasFocus() && showsFocus_ && !waitsForKeys) // which it shows itself
         drawFocusRing(painter);
 }
 
@@ -63,12 +64,11 @@ void ViewWidget::setTexts(const QString& texts) {
 }
 
 void ViewWidget::drawFocusRing(QPainter& painter) {
-    QStyleOptionFocusRect option;
-    option.initFrom(this);
-    option.state |= QStyle::State_KeyboardFocusChange; // without it some styles draw nothing
-    option.rect.adjust(2, 2, -2, -2); // within the line that views draw around themselves
-    option.backgroundColor = palette().color(QPalette::Base);
-    style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
+    constexpr double inset = 1; // upon the line that views draw around themselves
+    constexpr double radius = 5.5;
+    painter.setPen(QPen(palette().color(QPalette::WindowText), 2));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), radius, radius);
 }
 
 void ViewWidget::mousePressEvent(QMouseEvent* event) {

@@ -20,7 +20,7 @@ class ViewWidget : public QWidget {
 public:
     ViewWidget(std::shared_ptr<NSView> view, QWidget* parent);
 
-    /// What a click into the middle of the view does.
+    /// What a click into the middle of the view does, which the program's monitors see first.
     void click();
 
     /// The texts that the view shows.

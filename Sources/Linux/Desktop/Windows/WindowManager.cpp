@@ -3,11 +3,16 @@
 #include "Linux/X11/Atom.h"
 #include "Linux/X11/Reply.h"
 
+#include <QDeadlineTimer>
 #include <QGuiApplication>
+#include <QThread>
 
+#include <algorithm>
+#include <chrono>
 #include <cstdint>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include <xcb/xcb.h>
 
@@ -30,14 +35,23 @@ xcb_window_t rootOf(xcb_connection_t* x, xcb_window_t window) {
     return reply ? reply->root : xcb_window_t{XCB_NONE};
 }
 
+/// None when the window has no such property.
+std::vector<std::uint32_t> numbers(xcb_connection_t* x, xcb_window_t window,
+                                   std::string_view property) {
+    constexpr std::uint32_t most = 1024;
+    const auto request =
+        xcb_get_property(x, 0, window, atomNamed(x, property), XCB_GET_PROPERTY_TYPE_ANY, 0, most);
+    const XReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(x, request, nullptr));
+    if (!reply || reply->format != 32)
+        return {};
+    const auto* first = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
+    return {first, first + reply->value_len};
+}
+
 std::optional<std::uint32_t> number(xcb_connection_t* x, xcb_window_t window,
                                     std::string_view property) {
-    const auto request =
-        xcb_get_property(x, 0, window, atomNamed(x, property), XCB_ATOM_CARDINAL, 0, 1);
-    const XReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(x, request, nullptr));
-    if (!reply || reply->format != 32 || reply->value_len != 1)
-        return std::nullopt;
-    return *static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
+    const auto all = numbers(x, window, property);
+    return all.size() == 1 ? std::optional(all.front()) : std::nullopt;
 }
 
 void send(xcb_connection_t* x, xcb_window_t window, std::string_view type, std::uint32_t first,
@@ -56,6 +70,31 @@ void send(xcb_connection_t* x, xcb_window_t window, std::string_view type, std::
 }
 
 } // namespace
+
+// The toolkit learns of it only from an event, when the window has its place already.
+QMargins frameOf(const QWidget& window) {
+    using namespace std::chrono_literals;
+    constexpr std::size_t sides = 4;
+    auto* x = connection();
+    if (x == nullptr)
+        return {};
+    const auto id = static_cast<xcb_window_t>(window.winId());
+    const auto supported = numbers(x, rootOf(x, id), "_NET_SUPPORTED");
+    if (std::ranges::count(supported, atomNamed(x, "_NET_REQUEST_FRAME_EXTENTS")) == 0)
+        return {};
+    send(x, id, "_NET_REQUEST_FRAME_EXTENTS", 0, 0);
+    std::vector<std::uint32_t> frame; // left, right, top, bottom
+    for (const QDeadlineTimer patience(100ms); frame.size() != sides && !patience.hasExpired();) {
+        QThread::usleep(100);
+        frame = numbers(x, id, "_NET_FRAME_EXTENTS");
+    }
+    if (frame.size() != sides)
+        return {};
+    const auto units = [&](std::size_t side) {
+        return qRound(frame.at(side) / window.devicePixelRatioF());
+    };
+    return {units(0), units(2), units(1), units(3)};
+}
 
 void moveToCurrentDesktop(const QWidget& window) {
     constexpr std::uint32_t allDesktops = ~0U;

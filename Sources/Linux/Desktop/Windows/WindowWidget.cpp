@@ -6,7 +6,10 @@
 #include <QCursor>
 #include <QGuiApplication>
 #include <QScreen>
+#include <QShortcut>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace tessary {
 
@@ -37,6 +40,10 @@ WindowWidget::WindowWidget(const std::shared_ptr<NSWindow>& window)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSizeConstraint(QLayout::SetFixedSize);
     layout->addWidget(&form_);
+    if ((window->styleMask() & NSWindowStyleMaskClosable) != 0)
+        for (const QKeySequence& keys :
+             {QKeySequence(QKeySequence::Close), QKeySequence(Qt::Key_Escape)})
+            new QShortcut(keys, this, this, &QWidget::close); // owned by its parent
     window->contentViewController()->setRenderer(
         [this](const Forms::Form& form) { form_.render(form); });
 }
@@ -49,10 +56,13 @@ WindowWidget::~WindowWidget() {
 void WindowWidget::center() {
     const QScreen* ours = windowHandle() != nullptr ? screen() : nullptr;
     const QScreen* shown = ours != nullptr ? ours : QGuiApplication::screenAt(QCursor::pos());
+    const QRect room = (shown != nullptr ? shown : screen())->availableGeometry();
     layout()->activate(); // for the size
-    QRect frame = frameGeometry();
-    frame.moveCenter((shown != nullptr ? shown : screen())->availableGeometry().center());
-    move(frame.topLeft());
+    const QMargins around = frameOf(*this);
+    QRect frame = geometry().marginsAdded(around);
+    frame.moveCenter(room.center());
+    frame.moveTopLeft({std::max(frame.left(), room.left()), std::max(frame.top(), room.top())});
+    setGeometry(frame.marginsRemoved(around));
 }
 
 void WindowWidget::bringToFront(bool ignoringOtherApps) {

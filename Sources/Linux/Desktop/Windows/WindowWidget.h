@@ -23,8 +23,8 @@ public:
 
     std::shared_ptr<NSWindow> window() const { return window_.lock(); }
 
-    /// In the middle of its screen, the frame included where it is known. Before it is shown first,
-    /// the screen is the pointer's.
+    /// In the middle of its screen, the frame included; one that is too large begins at the edges.
+    /// Before it is shown first, the screen is the pointer's.
     void center();
 
     /// Shows it in front of all others on the current desktop, and asks for the keyboard's focus,

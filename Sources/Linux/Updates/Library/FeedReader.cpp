@@ -1,5 +1,6 @@
 #include "Linux/Updates/Library/FeedReader.h"
 
+#include "Linux/Updates/UpdateText.h"
 #include <QTimer>
 
 namespace tessary::updates {
@@ -17,14 +18,14 @@ public:
                              answer(failure ? Answer(*failure) : Answer(feed_));
                          }}) {
         QTimer::singleShot(limits.feedTime, this, [this] {
-            answer(Failure{QStringLiteral("The server took too long to send the feed.")});
+            answer(Failure{UpdateText::tr("The server took too long to send the feed.")});
         });
     }
 
 private:
     std::optional<Failure> receive(const QByteArray& bytes) {
         if (feed_.size() + bytes.size() > limits_.feedSize)
-            return Failure{QStringLiteral("The feed is too large.")};
+            return Failure{UpdateText::tr("The feed is too large.")};
         feed_ += bytes;
         return std::nullopt;
     }

@@ -43,21 +43,25 @@ void check(const TessaryUpdateRequest* request) {
     });
 }
 
+bool isLooking() {
+    return session() && session()->isLooking();
+}
+
 bool isShowing() {
     return session() && session()->isShowing();
 }
 
-void bringToFront() {
-    if (session())
-        session()->bringToFront();
+bool bringToFront() {
+    return session() && session()->bringToFront();
 }
 
 } // namespace
 
 // The one symbol that is not hidden.
 extern "C" Q_DECL_EXPORT const TessaryUpdateFunctions tessaryUpdateFunctions{
-    .version = 1,
+    .version = 2,
     .check = check,
+    .isLooking = isLooking,
     .isShowing = isShowing,
     .bringToFront = bringToFront,
 };

@@ -1,6 +1,7 @@
 #include "Linux/Updates/Library/PackageDownload.h"
 
 #include "Linux/Updates/Library/PackageFile.h"
+#include "Linux/Updates/UpdateText.h"
 
 #include <QObject>
 
@@ -51,9 +52,9 @@ private:
         if (failure)
             answer(*failure);
         else if (file_.size() < item_.length)
-            answer(file_.deleted(QStringLiteral("The package is shorter than announced.")));
+            answer(file_.deleted(UpdateText::tr("The package is shorter than announced.")));
         else if (!file_.isGenuine())
-            answer(file_.deleted(QStringLiteral(
+            answer(file_.deleted(UpdateText::tr(
                 "The downloaded package is not the one that Tessary's developers have signed.")));
         else
             answer(file_.publish());

@@ -1,6 +1,7 @@
 #include "Linux/Updates/Library/PackageFile.h"
 
 #include "Linux/Updates/Library/Signature.h"
+#include "Linux/Updates/UpdateText.h"
 
 #include <QCryptographicHash>
 #include <QMimeDatabase>
@@ -46,7 +47,7 @@ PackageFile::PackageFile(UpdateItem item, QByteArray publicKey, fs::path cache)
 
 std::optional<Failure> PackageFile::open() {
     if (!isOwnName(partial_)) // a name from the network must not leave the folder
-        return Failure{QStringLiteral("The version's number makes no sense.")};
+        return Failure{UpdateText::tr("The version's number makes no sense.")};
     if (auto failure = folder_.open())
         return failure;
     if (clearFolder() && folder_.openFile(file_, partial_, O_RDWR | O_CREAT,
@@ -57,16 +58,16 @@ std::optional<Failure> PackageFile::open() {
 
 bool PackageFile::clearFolder() const {
     return std::ranges::all_of(folder_.files(), [this](const std::string& name) {
-        if (!isOwnName(name) || name == partial_)
+        if (!isOwnName(name))
             return true;
-        return isGenuine(name) ? folder_.rename(name, partial_) : folder_.remove(name);
+        QFile content;
+        const bool isOurs = folder_.openFile(content, name, O_RDONLY, QIODevice::ReadOnly);
+        if (isOurs && name == partial_)
+            return true;
+        return isOurs && updates::isGenuine(content, item_, publicKey_)
+                   ? folder_.rename(name, partial_)
+                   : folder_.remove(name);
     });
-}
-
-bool PackageFile::isGenuine(const std::string& name) const {
-    QFile content;
-    return folder_.openFile(content, name, O_RDONLY, QIODevice::ReadOnly) &&
-           updates::isGenuine(content, item_, publicKey_);
 }
 
 bool PackageFile::isGenuine() {
@@ -78,7 +79,7 @@ std::optional<Failure> PackageFile::checkSpace() const {
     const auto disk = fs::space(folder_.path(), error);
     if (error || disk.available >= static_cast<std::uintmax_t>(item_.length - size()))
         return std::nullopt;
-    return Failure{QStringLiteral("There is too little space for the package in “%1”.")
+    return Failure{UpdateText::tr("There is too little space for the package in “%1”.")
                        .arg(QFile::decodeName(folder_.path().c_str()))};
 }
 
@@ -90,7 +91,7 @@ std::optional<Failure> PackageFile::beginAt(qint64 offset) {
 
 std::optional<Failure> PackageFile::append(const QByteArray& bytes) {
     if (size() + bytes.size() > item_.length)
-        return deleted(QStringLiteral("The package is larger than announced."));
+        return deleted(UpdateText::tr("The package is larger than announced."));
     for (qint64 written = 0; written < bytes.size();) {
         // A write that comes short does not say why; the next one does.
         const qint64 count = file_.write(bytes.constData() + written, bytes.size() - written);
@@ -110,12 +111,12 @@ std::variant<fs::path, Failure> PackageFile::publish() {
 
 Failure PackageFile::unwritten() {
     return deleted(
-        QStringLiteral("The package could not be written: %1.").arg(file_.errorString()));
+        UpdateText::tr("The package could not be written: %1.").arg(file_.errorString()));
 }
 
 Failure PackageFile::deleted(const QString& reason) {
     folder_.remove(partial_);
-    return {reason + QStringLiteral(" It was deleted.")};
+    return {UpdateText::tr("%1 It was deleted.").arg(reason)};
 }
 
 } // namespace tessary::updates

@@ -20,8 +20,9 @@ public:
     /// The file lies in the `PackageFolder` of `cache`.
     PackageFile(UpdateItem item, QByteArray publicKey, std::filesystem::path cache);
 
-    /// Opens the partial file. Files of other packages, which are known by their names, are
-    /// deleted; a genuine one of this package becomes the partial file. Fails also for a version
+    /// Opens the partial file. Files of other packages, which are known by their names, and those
+    /// that somebody else may change are deleted; a genuine one of this package becomes the partial
+    /// file. Fails also for a version
     /// whose text would lead out of the folder.
     std::optional<Failure> open();
 
@@ -48,7 +49,6 @@ private:
     Failure unwritten();
     /// False with `errno`.
     bool clearFolder() const;
-    bool isGenuine(const std::string& name) const;
 
     UpdateItem item_;
     QByteArray publicKey_;

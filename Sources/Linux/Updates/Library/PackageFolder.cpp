@@ -1,5 +1,6 @@
 #include "Linux/Updates/Library/PackageFolder.h"
 
+#include "Linux/Updates/UpdateText.h"
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -16,10 +17,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr mode_t ownerMayWrite = 07777 & ~(S_IWGRP | S_IWOTH);
 constexpr std::array<const char*, 2> ownFolders{"tessary", "updates"};
 
 Failure unusable(const fs::path& folder, const QString& reason) {
-    return {QStringLiteral("The folder “%1” cannot be used: %2.")
+    return {UpdateText::tr("The folder “%1” cannot be used: %2.")
                 .arg(QFile::decodeName(folder.c_str()), reason)};
 }
 
@@ -40,17 +42,22 @@ Descriptor opened(const Descriptor& parent, const char* name) {
         ::openat(parent.number(), name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
 }
 
-/// Why the folder is not the user's own; nothing when it is. To be called right after `opened`.
-std::optional<QString> objection(const Descriptor& folder) {
+bool isOpenToOthers(const struct stat& state) {
+    return (state.st_mode & (S_IWGRP | S_IWOTH)) != 0;
+}
+
+/// Why the folder is not the user's own; nothing when it is, and from then on nobody else may write
+/// to it. To be called right after `opened`.
+std::optional<QString> claim(const Descriptor& folder) {
     if (!folder && errno == ENOTDIR) // also for a link
-        return QStringLiteral("it is a link or a file");
+        return UpdateText::tr("it is a link or a file");
     struct stat state {};
     if (!folder || ::fstat(folder.number(), &state) != 0)
         return errorText();
     if (state.st_uid != ::geteuid())
-        return QStringLiteral("it belongs to somebody else");
-    if ((state.st_mode & (S_IWGRP | S_IWOTH)) != 0)
-        return QStringLiteral("others may write to it");
+        return UpdateText::tr("it belongs to somebody else");
+    if (isOpenToOthers(state) && ::fchmod(folder.number(), state.st_mode & ownerMayWrite) != 0)
+        return errorText();
     return std::nullopt;
 }
 
@@ -75,7 +82,7 @@ fs::path cacheFolder() {
 
 std::optional<Failure> PackageFolder::open() {
     if (!cache_.is_absolute())
-        return unusable(cache_, QStringLiteral("it is no absolute path"));
+        return unusable(cache_, UpdateText::tr("it is no absolute path"));
     makeFolders(cache_);
     folder_ = Descriptor(::open(cache_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (!folder_)
@@ -83,7 +90,7 @@ std::optional<Failure> PackageFolder::open() {
     fs::path place = cache_;
     for (const char* name : ownFolders) {
         folder_ = opened(folder_, name);
-        if (const auto reason = objection(folder_))
+        if (const auto reason = claim(folder_))
             return unusable(place / name, *reason);
         place /= name;
     }
@@ -119,7 +126,7 @@ bool PackageFolder::openFile(QFile& file, const std::string& name, int flags,
     struct stat state {};
     if (!descriptor || ::fstat(descriptor.number(), &state) != 0)
         return false;
-    if (!S_ISREG(state.st_mode)) {
+    if (!S_ISREG(state.st_mode) || state.st_uid != ::geteuid() || isOpenToOthers(state)) {
         errno = EEXIST;
         return false;
     }

@@ -24,10 +24,10 @@ public:
     /// The one in `cache`.
     explicit PackageFolder(std::filesystem::path cache) : cache_(std::move(cache)) {}
 
-    /// To be called before the rest. Makes what is missing, for its owner alone. Fails, with
-    /// everything as it was, when the cache has no absolute path, and when "tessary" or "updates"
-    /// is a link, belongs to somebody else or may be written to by others. (Links on the way to the
-    /// cache are the user's own affair.)
+    /// To be called before the rest. Makes what is missing, for its owner alone; takes from others
+    /// the right to write to "tessary" and "updates". Fails, with everything as it was, when the
+    /// cache has no absolute path, and when one of these is a link or belongs to somebody else.
+    /// (Links on the way to the cache are the user's own affair.)
     std::optional<Failure> open();
 
     /// Where it lies.
@@ -36,8 +36,8 @@ public:
     /// The names of all regular files.
     std::vector<std::string> files() const;
 
-    /// Opens a regular file, and not what a link leads to. A new one is for its owner alone. False,
-    /// with `errno`, when that fails.
+    /// Opens a regular file of the user's that nobody else may write to, and not what a link leads
+    /// to. A new one is for its owner alone. False, with `errno`, when that fails.
     bool openFile(QFile& file, const std::string& name, int flags, QIODevice::OpenMode mode) const;
 
     /// Gives a file a name that nothing has, or only a regular file, which goes. False with

@@ -1,5 +1,6 @@
 #include "Linux/Updates/Library/PackageHandler.h"
 
+#include "Linux/Updates/UpdateText.h"
 #include <QFile>
 #include <QProcess>
 
@@ -44,15 +45,15 @@ private:
     /// The kind is what xdg-open itself will find, not what the toolkit would.
     void askForProgram(const QString& kind) {
         if (kind.isEmpty())
-            return tell(failure(QStringLiteral("This computer cannot tell its kind.")));
+            return tell(failure(UpdateText::tr("The kind of the package is unknown.")));
         ask({QStringLiteral("default"), kind}, &Asking::handOver);
     }
 
     void handOver(const QString& program) {
         if (program.isEmpty())
-            tell(failure(QStringLiteral("No program is registered for this kind of package.")));
+            tell(failure(UpdateText::tr("No program is registered for this kind of package.")));
         else if (!QProcess::startDetached(QStringLiteral("xdg-open"), {package_}))
-            tell(failure(QStringLiteral("The program for the package could not be started.")));
+            tell(failure(UpdateText::tr("The program for the package could not be started.")));
         else
             tell(std::nullopt);
     }
@@ -64,7 +65,7 @@ private:
     }
 
     Failure failure(const QString& reason) const {
-        return {reason + QStringLiteral(" The package lies at “%1”.").arg(package_)};
+        return {UpdateText::tr("%1 The package lies at “%2”.").arg(reason, package_)};
     }
 
     QString package_;

@@ -1,6 +1,7 @@
 #include "Linux/Updates/Library/Transfer.h"
 
 #include "Linux/Updates/Library/TransferRules.h"
+#include "Linux/Updates/UpdateText.h"
 
 #include <QNetworkAccessManager>
 
@@ -49,7 +50,7 @@ private:
     void start() {
         if (!isSecure(request_.address)) {
             const auto address = request_.address.toDisplayString();
-            return end(Failure{QStringLiteral("The address “%1” is not secure.").arg(address)});
+            return end(Failure{UpdateText::tr("The address “%1” is not secure.").arg(address)});
         }
         reply_ = network_.get(networkRequest(request_));
         reply_->setReadBufferSize(mostUnread);
@@ -67,10 +68,10 @@ private:
 
     void redirect(const QUrl& target) {
         if (++redirections_ > mostRedirections)
-            return end(Failure{QStringLiteral("The server redirects too often.")});
+            return end(Failure{UpdateText::tr("The server redirects too often.")});
         if (!mayRedirect(request_.address, target))
             return end(
-                Failure{QStringLiteral("The server redirects to an address that is not secure.")});
+                Failure{UpdateText::tr("The server redirects to an address that is not secure.")});
         request_.address = target;
         drop();
         start();

@@ -1,5 +1,6 @@
 #include "Linux/Updates/Library/TransferRules.h"
 
+#include "Linux/Updates/UpdateText.h"
 #include <QHostAddress>
 #include <QRegularExpression>
 
@@ -55,33 +56,33 @@ Failure statusFailure(const QNetworkReply& reply) {
     const auto status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toString();
     const auto phrase = reply.attribute(QNetworkRequest::HttpReasonPhraseAttribute).toString();
     const QString answer = status + u' ' + phrase;
-    return {QStringLiteral("The server answered %1.").arg(answer.simplified().left(mostLetters))};
+    return {UpdateText::tr("The server answered %1.").arg(answer.simplified().left(mostLetters))};
 }
 
 Failure interruption() {
-    return {QStringLiteral("The connection ended before everything had come.")};
+    return {UpdateText::tr("The connection ended before everything had come.")};
 }
 
 Failure connectionFailure(const QNetworkReply& reply) {
     const QString host = reply.url().host();
     switch (reply.error()) {
     case QNetworkReply::HostNotFoundError:
-        return {QStringLiteral("The server %1 was not found.").arg(host)};
+        return {UpdateText::tr("The server %1 was not found.").arg(host)};
     case QNetworkReply::ConnectionRefusedError:
     case QNetworkReply::TemporaryNetworkFailureError:
     case QNetworkReply::NetworkSessionFailedError:
     case QNetworkReply::UnknownNetworkError:
-        return {QStringLiteral("The server %1 cannot be reached.").arg(host)};
+        return {UpdateText::tr("The server %1 cannot be reached.").arg(host)};
     case QNetworkReply::TimeoutError:
     case QNetworkReply::OperationCanceledError: // that is how a timeout ends, and nothing else here
-        return {QStringLiteral("The server %1 took too long to answer.").arg(host)};
+        return {UpdateText::tr("The server %1 took too long to answer.").arg(host)};
     case QNetworkReply::RemoteHostClosedError:
         return interruption();
     case QNetworkReply::SslHandshakeFailedError:
-        return {QStringLiteral("There is no secure connection to %1: %2")
+        return {UpdateText::tr("There is no secure connection to %1: %2")
                     .arg(host, reply.errorString())};
     default:
-        return {QStringLiteral("The transfer failed: %1").arg(reply.errorString())};
+        return {UpdateText::tr("The transfer failed: %1").arg(reply.errorString())};
     }
 }
 

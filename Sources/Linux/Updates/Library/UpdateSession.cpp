@@ -2,8 +2,7 @@
 
 #include "Linux/Updates/Library/PackageHandler.h"
 #include "Linux/Updates/Library/TransferRules.h"
-
-#include <QCoreApplication>
+#include "Linux/Updates/UpdateText.h"
 
 #include <utility>
 
@@ -22,20 +21,30 @@ QByteArray bytesOfKey(const QByteArray& base64) {
 } // namespace
 
 UpdateSession::UpdateSession(Request request) : request_(std::move(request)) {
-    if (request_.isByUser) {
-        show(DialogHandle<QDialog>(new ProgressDialog(QStringLiteral("Looking for updates…"))),
-             [this](int) { endLooking(tessaryUpdateCancelled); });
-        bringToFront(); // the dialogs after it come while the user may be typing elsewhere
-    } else {
-        watchLoop();
-    }
+    watchLoop();
+    look();
+    if (request_.isByUser)
+        bringToFront(); // what comes later comes while the user may be typing elsewhere
+}
+
+UpdateSession::~UpdateSession() {
+    end();
+}
+
+void UpdateSession::look() {
+    isLooking_ = true;
+    if (request_.isByUser)
+        showProgress();
     work_ =
         std::make_shared<FeedReader>(QUrl(request_.feed, QUrl::StrictMode), request_.limits,
                                      [this](const FeedReader::Answer& answer) { read(answer); });
 }
 
-UpdateSession::~UpdateSession() {
-    end();
+void UpdateSession::showProgress() {
+    show(progress(UpdateText::tr("Looking for updates…")), [this](Answer) {
+        endLooking(tessaryUpdateCancelled);
+        end();
+    });
 }
 
 void UpdateSession::read(const FeedReader::Answer& answer) {
@@ -44,7 +53,7 @@ void UpdateSession::read(const FeedReader::Answer& answer) {
     else if (const auto items = itemsOf(std::get<QByteArray>(answer)))
         find(*items);
     else
-        failToLook(QStringLiteral("The list of updates is damaged."));
+        failToLook(UpdateText::tr("The list of updates is damaged."));
 }
 
 void UpdateSession::find(const std::vector<UpdateItem>& items) {
@@ -55,38 +64,45 @@ void UpdateSession::find(const std::vector<UpdateItem>& items) {
         item_.reset();
     endLooking(tessaryUpdateLooked);
     if (request_.isByUser)
-        showFindings();
-    else if (item_)
+        return showFindings();
+    QObject::disconnect(loopEnd_);
+    if (item_)
         request_.withWindows();
 }
 
 void UpdateSession::showFindings() {
     if (item_)
-        return offer();
-    showMessage(QStringLiteral("Tessary is up to date"),
-                QStringLiteral("You have %1, and there is nothing newer for this computer.")
-                    .arg(request_.runningVersion));
+        return showOffer();
+    show(message(UpdateText::tr("Tessary is up to date"),
+                 UpdateText::tr("You have %1, and there is nothing newer for this computer.")
+                     .arg(request_.runningVersion)),
+         [this](Answer) { end(); });
 }
 
 void UpdateSession::failToLook(const QString& reason) {
     endLooking(tessaryUpdateFailed);
-    if (request_.isByUser)
-        showMessage(QStringLiteral("Tessary could not look for updates"), reason);
+    if (!request_.isByUser)
+        return end();
+    show(failure(UpdateText::tr("Tessary could not look for updates"), reason),
+         [this](Answer answer) { answer == Answer::accepted ? look() : end(); });
 }
 
 void UpdateSession::endLooking(TessaryUpdateOutcome outcome) {
     isLooking_ = false;
-    leaveLoop();
+    work_.reset();
     request_.ended(outcome);
 }
 
 void UpdateSession::offer() {
-    if (!item_ || isShowing())
-        return;
-    show(offerDialog(*item_, request_.runningVersion, request_.isByUser), [this](int answer) {
-        if (answer == offerInstall)
+    if (item_ && !isShowing())
+        showOffer();
+}
+
+void UpdateSession::showOffer() {
+    show(updates::offer(*item_, request_.runningVersion, request_.isByUser), [this](Answer answer) {
+        if (answer == Answer::accepted)
             return install();
-        if (answer == offerSkip)
+        if (answer == Answer::skipped)
             request_.skip(item_->versionText);
         end();
     });
@@ -96,49 +112,56 @@ void UpdateSession::install() {
     // A server elsewhere is not to have us ask the services of this computer, either.
     if (!mayRedirect(QUrl(request_.feed, QUrl::StrictMode), item_->package))
         return failToDownload(
-            QStringLiteral("The list of updates names an address that is not secure."));
-    auto* progress = new ProgressDialog(QStringLiteral("Downloading %1…").arg(name(*item_)));
-    progress->setReceived(0, item_->length);
-    show(DialogHandle<QDialog>(progress), [this](int) { end(); });
+            UpdateText::tr("The list of updates names an address that is not secure."));
+    show(progress(UpdateText::tr("Downloading %1…").arg(name(*item_)), item_->length),
+         [this](Answer) { end(); });
     work_ = std::make_shared<PackageDownload>(
         *item_, bytesOfKey(request_.publicKey), request_.cacheFolder, request_.limits,
-        [progress, length = item_->length](qint64 received) {
-            progress->setReceived(received, length);
-        },
-        [this, progress](const PackageDownload::Answer& answer) {
-            progress->setHeading(QStringLiteral("Opening %1…").arg(name(*item_)));
-            open(answer);
-        });
-}
-
-void UpdateSession::failToDownload(const QString& reason) {
-    showMessage(name(*item_) + QStringLiteral(" could not be downloaded"), reason);
+        [this](qint64 received) { window_->setReceived(received); },
+        [this](const PackageDownload::Answer& answer) { open(answer); });
 }
 
 void UpdateSession::open(const PackageDownload::Answer& answer) {
     if (const auto* failure = std::get_if<Failure>(&answer))
         return failToDownload(failure->reason);
-    const auto& package = std::get<std::filesystem::path>(answer);
+    show(progress(UpdateText::tr("Opening %1…").arg(name(*item_))), [this](Answer) { end(); });
     work_ = std::make_shared<PackageHandler>(
-        package, [this](const std::optional<Failure>& failure) { endOpening(failure); });
+        std::get<std::filesystem::path>(answer),
+        [this](const std::optional<Failure>& failure) { endOpening(failure); });
 }
 
 void UpdateSession::endOpening(const std::optional<Failure>& failure) {
     if (!failure)
         return end();
-    showMessage(name(*item_) + QStringLiteral(" could not be opened"), failure->reason);
+    failToInstall(UpdateText::tr("%1 could not be opened").arg(name(*item_)), failure->reason);
 }
 
-void UpdateSession::bringToFront() {
-    if (!dialog_)
-        return;
-    dialog_->setWindowState(dialog_->windowState() & ~Qt::WindowMinimized);
-    dialog_->show();
-    dialog_->raise();
-    request_.takeFocus(*dialog_);
+void UpdateSession::failToDownload(const QString& reason) {
+    failToInstall(UpdateText::tr("%1 could not be downloaded").arg(name(*item_)), reason);
+}
+
+void UpdateSession::failToInstall(const QString& heading, const QString& reason) {
+    show(failure(heading, reason),
+         [this](Answer answer) { answer == Answer::accepted ? install() : end(); });
+    work_.reset();
+}
+
+bool UpdateSession::bringToFront() {
+    if (isLooking_ && !isShowing()) {
+        request_.isByUser = true;
+        showProgress();
+    }
+    if (!isShowing())
+        return false;
+    window_->setWindowState(window_->windowState() & ~Qt::WindowMinimized);
+    window_->show();
+    window_->raise();
+    request_.takeFocus(*window_);
+    return true;
 }
 
 void UpdateSession::watchLoop() {
+    QObject::disconnect(loopEnd_);
     loopEnd_ =
         QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, [this] {
             if (isLooking_)
@@ -147,26 +170,19 @@ void UpdateSession::watchLoop() {
         });
 }
 
-void UpdateSession::leaveLoop() {
-    QObject::disconnect(loopEnd_);
-    work_.reset();
-    dialog_.reset();
-}
-
-void UpdateSession::show(DialogHandle<QDialog> dialog, std::function<void(int)> finished) {
-    leaveLoop();
-    watchLoop();
-    dialog_ = std::move(dialog);
-    QObject::connect(dialog_.get(), &QDialog::finished, std::move(finished));
-    dialog_->show();
-}
-
-void UpdateSession::showMessage(const QString& heading, const QString& text) {
-    show(messageDialog(heading, text), [this](int) { end(); });
+void UpdateSession::show(const Step& step, std::function<void(Answer)> answered) {
+    if (!isShowing()) {
+        watchLoop();
+        window_.reset(new UpdateWindow);
+        window_->setAttribute(Qt::WA_ShowWithoutActivating, !request_.isByUser);
+    }
+    window_->showStep(step, std::move(answered));
 }
 
 void UpdateSession::end() {
-    leaveLoop();
+    QObject::disconnect(loopEnd_);
+    work_.reset();
+    window_.reset();
     item_.reset();
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Linux/Updates/Library/Dialogs.h"
 #include "Linux/Updates/Library/FeedReader.h"
 #include "Linux/Updates/Library/PackageDownload.h"
+#include "Linux/Updates/Library/UpdateWindow.h"
 #include "Linux/Updates/UpdateLibrary.h"
 
 #include <QMetaObject>
@@ -21,13 +21,14 @@ public:
         QByteArray publicKey; ///< in base64; with none that is usable no package is genuine
         QString runningVersion;
         QString skippedVersion; ///< empty for none
-        bool isByUser = false;  ///< who also sees the progress, failures and skipped versions
+        /// Who also sees the progress, failures and skipped versions. Needs a loop with windows.
+        bool isByUser = false;
 
         std::function<void()> withWindows; ///< has `offer` called later, where windows can be
         std::function<void(const QWidget& window)> takeFocus;
         std::function<void(const QString& version)> skip;
-        /// Called once, unless the session is destroyed first: when looking has ended, before a
-        /// window shows what has come of it.
+        /// Looking has ended; called before a window shows what has come of it, and once more when
+        /// the user has tried it again.
         std::function<void(TessaryUpdateOutcome)> ended;
 
         TransferLimits limits;
@@ -44,33 +45,39 @@ public:
     /// Offers what has been found. Nothing happens when that is nothing, or has been offered.
     void offer();
 
-    bool isShowing() const { return dialog_ != nullptr; }
+    /// Whether `ended` is still to be called.
+    bool isLooking() const { return isLooking_; }
 
-    /// Nothing happens when no dialog is shown.
-    void bringToFront();
+    bool isShowing() const { return window_ != nullptr; }
+
+    /// In a loop with windows. A session that looks without a window is the user's from then on.
+    /// False when there is nothing to be shown.
+    bool bringToFront();
 
 private:
+    void look();
     void read(const FeedReader::Answer& answer);
     void find(const std::vector<UpdateItem>& items);
+    void showProgress();
     void showFindings();
+    void showOffer();
     void failToLook(const QString& reason);
     void endLooking(TessaryUpdateOutcome outcome);
     void install();
     void failToDownload(const QString& reason);
     void open(const PackageDownload::Answer& answer);
     void endOpening(const std::optional<Failure>& failure);
+    void failToInstall(const QString& heading, const QString& reason);
 
     void watchLoop();
-    void show(DialogHandle<QDialog> dialog, std::function<void(int)> finished);
-    void showMessage(const QString& heading, const QString& text);
-    void leaveLoop();
+    void show(const Step& step, std::function<void(Answer)> answered);
     void end();
 
     Request request_;
-    bool isLooking_ = true;
+    bool isLooking_ = false;
     std::optional<UpdateItem> item_;
     std::shared_ptr<void> work_; ///< a feed's reader, a download or a handler; null for none
-    DialogHandle<QDialog> dialog_;
+    WindowHandle window_;        ///< one for all steps
     QMetaObject::Connection loopEnd_;
 };
 
