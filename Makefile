@@ -1,15 +1,16 @@
 # What there is to do with Tessary, each with one command. What they need is installed first.
-.PHONY: help build run test check bench endurance fuzz screenshots package clean
+.PHONY: help build run test check bench endurance fuzz mutate screenshots package clean
 
 help:
 	@echo "make build   build Tessary: build/release/tessary"
 	@echo "make run     build it and start it; without a desktop, show it on a virtual one"
 	@echo "             (make run ARGS=--stay leaves the virtual one running until Ctrl-C)"
-	@echo "make test    build and run all tests"
-	@echo "make check   formatting, static analysis, headers, includes, tests with sanitizers, package"
+	@echo "make test    build and run all tests, with the address and undefined-behaviour sanitizers"
+	@echo "make check   formatting, static analysis, headers, includes, package"
 	@echo "make bench   build and run the benchmarks"
 	@echo "make endurance   use the program for some twenty minutes (ARGS: see Tools/endurance)"
 	@echo "make fuzz    try inputs of all kinds for some ten minutes (ARGS: see Tools/fuzz)"
+	@echo "make mutate  tell which of many faults the tests notice, in some twenty minutes"
 	@echo "make screenshots   make the pictures of menu and preferences in docs/ again"
 	@echo "make package make the Debian package in build/release (docs/packaging.md: PACKAGE_OPTIONS)"
 	@echo "make clean   delete all that was built"
@@ -43,6 +44,10 @@ endurance:
 fuzz:
 	Tools/install-dependencies --fuzz
 	Tools/fuzz $(ARGS)
+
+mutate:
+	Tools/install-dependencies --mutate
+	Tools/mutate $(ARGS)
 
 screenshots: build
 	Tools/install-dependencies --screenshots
