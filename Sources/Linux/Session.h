@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Linux/Displays/DisplayDriver.h"
-#include "Linux/HotKeys/KeyGrabs.h"
-#include "Linux/X11/XConnection.h"
+#include "Linux/Sessions/X11/KeyGrabs.h"
+#include "Linux/Sessions/X11/XConnection.h"
 
 #include <memory>
 

@@ -1,7 +1,7 @@
 // Which displays a configuration of the X server makes, and what is planned for them.
 #include "Linux/Displays/Edid.h"
-#include "Linux/Displays/RandR/Planning.h"
 #include "Linux/Monitor.h"
+#include "Linux/Sessions/X11/RandR/Planning.h"
 
 #include <gtest/gtest.h>
 

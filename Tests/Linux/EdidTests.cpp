@@ -1,6 +1,6 @@
 #include "Linux/Displays/Edid.h"
-#include "Linux/Displays/ModeRate.h"
 #include "Linux/Monitor.h"
+#include "Linux/Sessions/X11/RandR/ModeRate.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Linux/HotKeys/KeyGrabs.h"
+#include "Linux/Sessions/X11/KeyGrabs.h"
 
 namespace tessary {
 

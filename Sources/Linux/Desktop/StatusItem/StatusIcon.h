@@ -3,7 +3,7 @@
 #include "Linux/Desktop/StatusItem/DBusMenu.h"
 #include "Linux/Desktop/StatusItem/MenuView.h"
 #include "Linux/Desktop/StatusItem/NotifierItem.h"
-#include "Linux/Desktop/StatusItem/TraySelection.h"
+#include "Linux/Sessions/X11/TraySelection.h"
 #include "Platform/AppKit/NSStatusBar.h"
 
 #include <QDBusConnection>

@@ -1,7 +1,7 @@
 #include "Linux/Desktop/Windows/WindowManager.h"
 
-#include "Linux/X11/Atom.h"
-#include "Linux/X11/Reply.h"
+#include "Linux/Sessions/X11/Atom.h"
+#include "Linux/Sessions/X11/Reply.h"
 
 #include <QDeadlineTimer>
 #include <QGuiApplication>

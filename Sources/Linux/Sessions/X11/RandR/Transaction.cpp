@@ -1,7 +1,7 @@
-#include "Linux/Displays/RandR/Transaction.h"
+#include "Linux/Sessions/X11/RandR/Transaction.h"
 
-#include "Linux/X11/Reply.h"
-#include "Linux/X11/XConnection.h"
+#include "Linux/Sessions/X11/Reply.h"
+#include "Linux/Sessions/X11/XConnection.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,8 +1,8 @@
-#include "Linux/HotKeys/ModifierMap.h"
+#include "Linux/Sessions/X11/ModifierMap.h"
 
-#include "Linux/X11/Reply.h"
-#include "Linux/X11/XConnection.h"
-#include "Linux/X11/Xkb.h"
+#include "Linux/Sessions/X11/Reply.h"
+#include "Linux/Sessions/X11/XConnection.h"
+#include "Linux/Sessions/X11/Xkb.h"
 #include "Platform/Carbon.h"
 
 #include <algorithm>

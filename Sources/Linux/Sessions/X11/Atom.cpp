@@ -1,6 +1,6 @@
-#include "Linux/X11/Atom.h"
+#include "Linux/Sessions/X11/Atom.h"
 
-#include "Linux/X11/Reply.h"
+#include "Linux/Sessions/X11/Reply.h"
 
 #include <cstdint>
 

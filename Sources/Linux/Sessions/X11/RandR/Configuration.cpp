@@ -1,10 +1,10 @@
-#include "Linux/Displays/RandR/Configuration.h"
+#include "Linux/Sessions/X11/RandR/Configuration.h"
 
-#include "Linux/Displays/ModeRate.h"
-#include "Linux/Displays/RandR/ConfigurationDetails.h"
-#include "Linux/Displays/RandR/Questions.h"
-#include "Linux/X11/Reply.h"
-#include "Linux/X11/XConnection.h"
+#include "Linux/Sessions/X11/RandR/ConfigurationDetails.h"
+#include "Linux/Sessions/X11/RandR/ModeRate.h"
+#include "Linux/Sessions/X11/RandR/Questions.h"
+#include "Linux/Sessions/X11/Reply.h"
+#include "Linux/Sessions/X11/XConnection.h"
 
 #include <algorithm>
 #include <array>

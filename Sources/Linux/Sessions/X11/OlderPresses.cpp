@@ -1,6 +1,6 @@
-#include "Linux/HotKeys/OlderPresses.h"
+#include "Linux/Sessions/X11/OlderPresses.h"
 
-#include "Linux/X11/Reply.h"
+#include "Linux/Sessions/X11/Reply.h"
 #include "Platform/Foundation.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
-#include "Linux/X11/XConnection.h"
+#include "Linux/Sessions/X11/XConnection.h"
 
-#include "Linux/X11/Reply.h"
+#include "Linux/Sessions/X11/Reply.h"
 
 #include <algorithm>
 

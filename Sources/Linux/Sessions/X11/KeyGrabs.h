@@ -1,9 +1,9 @@
 #pragma once
 
-#include "Linux/HotKeys/ModifierMap.h"
-#include "Linux/HotKeys/OlderPresses.h"
-#include "Linux/HotKeys/PhysicalKeys.h"
-#include "Linux/X11/XConnection.h"
+#include "Linux/Sessions/X11/ModifierMap.h"
+#include "Linux/Sessions/X11/OlderPresses.h"
+#include "Linux/Sessions/X11/PhysicalKeys.h"
+#include "Linux/Sessions/X11/XConnection.h"
 
 #include <cstdint>
 #include <deque>

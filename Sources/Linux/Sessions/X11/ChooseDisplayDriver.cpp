@@ -1,7 +1,7 @@
 #include "Linux/Displays/DisplayDriver.h"
-#include "Linux/Displays/RandR/RandRDriver.h"
-#include "Linux/X11/Reply.h"
-#include "Linux/X11/XConnection.h"
+#include "Linux/Sessions/X11/RandR/RandRDriver.h"
+#include "Linux/Sessions/X11/Reply.h"
+#include "Linux/Sessions/X11/XConnection.h"
 #include "Platform/Foundation.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-#include "Linux/Displays/RandR/Planning.h"
+#include "Linux/Sessions/X11/RandR/Planning.h"
 
 #include "Linux/Displays/Arrangement.h"
 

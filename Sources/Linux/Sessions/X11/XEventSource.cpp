@@ -1,4 +1,4 @@
-#include "Linux/Desktop/XEventSource.h"
+#include "Linux/Sessions/X11/XEventSource.h"
 
 #include <QAbstractEventDispatcher>
 #include <QMetaObject>

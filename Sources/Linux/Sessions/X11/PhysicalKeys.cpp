@@ -1,7 +1,7 @@
-#include "Linux/HotKeys/PhysicalKeys.h"
+#include "Linux/Sessions/X11/PhysicalKeys.h"
 
 #include "Linux/HotKeys/KeyCodes.h"
-#include "Linux/X11/Xkb.h"
+#include "Linux/Sessions/X11/Xkb.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
-#include "Linux/X11/KeyReleases.h"
+#include "Linux/Sessions/X11/KeyReleases.h"
 
-#include "Linux/X11/Reply.h"
-#include "Linux/X11/XConnection.h"
+#include "Linux/Sessions/X11/Reply.h"
+#include "Linux/Sessions/X11/XConnection.h"
 
 #include <xcb/xinput.h>
 

@@ -1,8 +1,8 @@
-#include "Linux/Displays/RandR/RandRDriver.h"
+#include "Linux/Sessions/X11/RandR/RandRDriver.h"
 
-#include "Linux/Displays/RandR/Planning.h"
+#include "Linux/Sessions/X11/RandR/Planning.h"
+#include "Linux/Sessions/X11/Reply.h"
 #include "Linux/Store/Database.h"
-#include "Linux/X11/Reply.h"
 #include "Platform/Foundation.h"
 
 #include <string_view>

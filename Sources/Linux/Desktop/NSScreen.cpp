@@ -1,7 +1,7 @@
+#include "Platform/AppKit/NSScreen.h"
 #include "Linux/Displays/ScreenCoordinates.h"
 #include "Linux/Session.h"
 #include "Platform/AppKit/NSEvent.h"
-#include "Platform/AppKit/NSScreen.h"
 
 #include <algorithm>
 #include <limits>

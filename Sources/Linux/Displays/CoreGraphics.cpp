@@ -1,6 +1,6 @@
+#include "Platform/CoreGraphics.h"
 #include "Linux/Displays/DisplayDriver.h"
 #include "Linux/Session.h"
-#include "Platform/CoreGraphics.h"
 
 #include <algorithm>
 #include <cstddef>

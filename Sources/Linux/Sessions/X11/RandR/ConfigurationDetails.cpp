@@ -1,8 +1,8 @@
-#include "Linux/Displays/RandR/ConfigurationDetails.h"
+#include "Linux/Sessions/X11/RandR/ConfigurationDetails.h"
 
-#include "Linux/Displays/RandR/Questions.h"
-#include "Linux/X11/Reply.h"
-#include "Linux/X11/XConnection.h"
+#include "Linux/Sessions/X11/RandR/Questions.h"
+#include "Linux/Sessions/X11/Reply.h"
+#include "Linux/Sessions/X11/XConnection.h"
 
 #include <algorithm>
 #include <array>

@@ -1,4 +1,4 @@
-#include "Linux/Displays/ModeRate.h"
+#include "Linux/Sessions/X11/RandR/ModeRate.h"
 
 namespace tessary {
 

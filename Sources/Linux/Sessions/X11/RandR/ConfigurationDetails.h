@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Linux/Displays/RandR/Configuration.h"
+#include "Linux/Sessions/X11/RandR/Configuration.h"
 
 #include <vector>
 

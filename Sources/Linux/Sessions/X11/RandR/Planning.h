@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Linux/Displays/DisplayDriver.h"
-#include "Linux/Displays/RandR/Configuration.h"
+#include "Linux/Sessions/X11/RandR/Configuration.h"
 
 #include <optional>
 #include <vector>

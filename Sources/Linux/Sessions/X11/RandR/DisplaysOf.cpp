@@ -1,6 +1,6 @@
 // Which displays a configuration makes: what the contract answers, from what RandR reports.
 #include "Linux/Displays/Edid.h"
-#include "Linux/Displays/RandR/Configuration.h"
+#include "Linux/Sessions/X11/RandR/Configuration.h"
 
 #include <algorithm>
 #include <map>

@@ -1,8 +1,8 @@
-#include "Linux/HotKeys/KeyGrabs.h"
+#include "Linux/Sessions/X11/KeyGrabs.h"
 
 #include "Linux/HotKeys/KeyCodes.h"
-#include "Linux/X11/Reply.h"
-#include "Linux/X11/Xkb.h"
+#include "Linux/Sessions/X11/Reply.h"
+#include "Linux/Sessions/X11/Xkb.h"
 #include "Platform/Carbon.h"
 #include "Platform/Foundation.h"
 

@@ -1,4 +1,4 @@
-#include "Linux/Displays/RandR/Absences.h"
+#include "Linux/Sessions/X11/RandR/Absences.h"
 
 #include <utility>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Linux/X11/KeyReleases.h"
-#include "Linux/X11/XConnection.h"
+#include "Linux/Sessions/X11/KeyReleases.h"
+#include "Linux/Sessions/X11/XConnection.h"
 
 #include <set>
 #include <span>

@@ -3,10 +3,10 @@
 #include "Linux/Displays/DisplayDriver.h"
 #include "Linux/Displays/DisplayReports.h"
 #include "Linux/Displays/PermanentModes.h"
-#include "Linux/Displays/RandR/Absences.h"
-#include "Linux/Displays/RandR/Configuration.h"
-#include "Linux/Displays/RandR/Transaction.h"
-#include "Linux/X11/XConnection.h"
+#include "Linux/Sessions/X11/RandR/Absences.h"
+#include "Linux/Sessions/X11/RandR/Configuration.h"
+#include "Linux/Sessions/X11/RandR/Transaction.h"
+#include "Linux/Sessions/X11/XConnection.h"
 
 #include <memory>
 #include <optional>
