@@ -60,6 +60,14 @@ TEST_F(Preferences, ShowTheDisplaysPresetsShortcutsAndSwitches) {
                                slots("Not set | --- | ✓ 800 × 600 | 800 × 600  (low resolution)",
                                      "✓ Not set | --- | 800 × 600 | 800 × 600  (low resolution)") +
                                rest);
+    state.displays[0].modes.push_back({5, 800, 600, 800, 30}); // too slow for the catalogue
+    for (const auto& [mode, label] : {std::pair(4U, "800 × 600."),
+                                      {3, "800 × 600  (low resolution)."},
+                                      {5, "800 × 600  30 Hz."}}) {
+        state.displays[0].currentMode = mode;
+        preferences->show();
+        EXPECT_NE(shownForm().find("  Currently " + std::string(label) + "\n"), std::string::npos);
+    }
     state.takeLog();
     pick("Resolution 2", "Not set"); // which is shown for that
     EXPECT_EQ(state.takeLog(), "store mode.10-20-30.two = zero bytes; tessary.tsy.bindingsChanged");
@@ -171,6 +179,8 @@ TEST_F(Recording, TakesWhatCanBeAHotKeyAndRefusesTheRest) {
         {[] { type(0, shift); }, prompt, "beep"},
         {[] { type(0); }, prompt, "beep"},
         {[] { type(113); }, prompt, "beep"}, // the other slot's
+        {[] { type(113, shift); }, "⇧F15", recorded(113, shift)},
+        {[] { state.defaults["shortcut.two"] = NSData{}; type(113); }, "F15", recorded(113, 0)},
         {[] { type(0, command); }, "⌘A", recorded(0, command)},
         {[] { type(0, 0xC0000); }, "⌃⌥A", recorded(0, 0xC0000)},
         {[] { type(0, 0x40000); }, "⌃A", recorded(0, 0x40000)},
@@ -198,8 +208,8 @@ TEST_F(Recording, TakesWhatCanBeAHotKeyAndRefusesTheRest) {
         {[] { clickBeside(); }, "F14", end + "; click arrives"},
         {[] { clickBeside(right); }, "F14", end + "; click arrives"},
         {[] { clickInAnotherWindow(); }, "F14", end + "; click arrives"},
-        {[] { click(field("Resolution 2")); }, "F14",
-         end + "; focus; withdraw; watch keys; watch clicks"}, // which records now
+        {[] { click(field("Resolution 2")); type(107); }, "F14",
+         end + "; focus; withdraw; watch keys; watch clicks; beep"}, // which records now
         {[] { closeWindow(); }, prompt, "register 107 + 0 as 2"}};
     // clang-format on
     for (const auto& [act, text, log] : rows) {

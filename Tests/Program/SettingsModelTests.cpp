@@ -95,34 +95,4 @@ TEST_F(Model, KeepsTheSelectionWhileItsDisplayIsThereAndFindsAnotherOneAfterward
     NSNotificationCenter::defaultCenter().post(tsy::displaysChanged);
 }
 
-TEST_F(Model, NamesTheCurrentModeAsItsCatalogueDoesElseByItsTitle) {
-    state.displays[1].modes = {Mode{1, 1920, 1080, 3840, 60}, Mode{2, 1920, 1080, 1920, 60},
-                               Mode{3, 1920, 1080, 1920, 30}};
-    const auto model = followed();
-    // clang-format off
-    const std::vector<std::pair<std::uint32_t, std::optional<std::string>>> rows{
-        {1, "1920 × 1080"}, {2, "1920 × 1080  (low resolution)"},
-        {3, ModeSpec{1920, 1080, false, 30}.title()}, {9, {}}};
-    // clang-format on
-    for (const auto& [mode, label] : rows) {
-        state.displays[1].currentMode = mode;
-        EXPECT_EQ(model->currentLabel(), label);
-    }
-}
-
-TEST_F(Model, AShortcutIsAvailableUnlessTheOtherSlotHasIt) {
-    const auto model = followed();
-    const Shortcut f1{122, tsy::ModifierFlags::command};
-    const auto available = [&](const Shortcut& shortcut) {
-        return std::pair(model->isAvailable(shortcut, Slot::one),
-                         model->isAvailable(shortcut, Slot::two));
-    };
-    EXPECT_EQ(available({113, 0}), std::pair(false, true)) << "a default counts";
-    tsy::Settings::shared().setShortcut(f1, Slot::one);
-    tsy::Settings::shared().setShortcut(std::nullopt, Slot::two);
-    EXPECT_EQ(available({113, 0}), std::pair(true, true));
-    EXPECT_EQ(available(f1), std::pair(true, false));
-    EXPECT_EQ(available({122, f1.modifiers | tsy::ModifierFlags::shift}), std::pair(true, true));
-}
-
 } // namespace

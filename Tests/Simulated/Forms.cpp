@@ -8,44 +8,25 @@ namespace {
 
 using namespace Forms;
 
-std::vector<const View*> addresses(const std::vector<View>& views) {
-    std::vector<const View*> result(views.size());
-    std::ranges::transform(views, result.begin(), [](const View& view) { return &view; });
-    return result;
-}
-
-std::vector<const View*> children(const View& view) {
-    if (const auto* stack = std::get_if<Stack>(&view.content))
-        return addresses(stack->views);
-    if (const auto* label = std::get_if<Label>(&view.content))
-        return addresses(label->title);
-    if (const auto* row = std::get_if<LabeledContent>(&view.content))
-        return {&row->label.at(0), &row->content.at(0)};
-    return {};
-}
-
-/// The first text in the view.
-std::string firstText(const View& view) {
-    if (const auto* text = std::get_if<Text>(&view.content))
-        return text->text;
-    const auto inner = children(view);
-    return inner.empty() ? "" : firstText(*inner.front());
-}
-
 using Views = std::vector<std::pair<std::string, const View*>>;
 
-void collect(const View& view, std::string row, Views& views) {
-    if (const auto* labeled = std::get_if<LabeledContent>(&view.content))
-        row = firstText(labeled->label.at(0));
-    views.emplace_back(row, &view);
-    for (const View* child : children(view))
-        collect(*child, row, views);
+void collect(const std::vector<View>& parts, const std::string& row, Views& views) {
+    for (const View& view : parts) {
+        views.emplace_back(row, &view);
+        if (const auto* stack = std::get_if<Stack>(&view.content))
+            collect(stack->views, row, views);
+        if (const auto* label = std::get_if<Label>(&view.content))
+            collect(label->title, row, views);
+        if (const auto* labeled = std::get_if<LabeledContent>(&view.content)) {
+            collect(labeled->label, row, views); // whose text comes last
+            collect(labeled->content, std::get<Text>(views.back().second->content).text, views);
+        }
+    }
 }
 
 void collect(const Section& section, Views& views) {
-    for (const auto* part : {&section.rows, &section.footer})
-        for (const View& view : *part)
-            collect(view, "", views);
+    collect(section.rows, "", views);
+    collect(section.footer, "", views);
 }
 
 /// What the user sees of a view, and which texts in it are looked up.
@@ -128,10 +109,8 @@ std::string simulated::shownForm(std::set<std::string>* localized) {
 
 void simulated::pick(const std::string& label, const std::string& entry) {
     const auto& picker = control(label, &Picker::label);
-    const auto chosen =
-        std::ranges::find_if(picker.entries, [&entry](const PickerEntry& candidate) {
-            return candidate.text.text == entry && !candidate.isDivider;
-        });
+    const auto chosen = std::ranges::find(
+        picker.entries, entry, [](const PickerEntry& candidate) { return candidate.text.text; });
     if (chosen == picker.entries.end())
         throw std::invalid_argument("no entry " + entry);
     const auto index = static_cast<std::size_t>(chosen - picker.entries.begin());

@@ -1,6 +1,5 @@
 #include "Simulated/Windows.h"
 
-#include <stdexcept>
 #include <utility>
 
 using simulated::state;
@@ -39,8 +38,8 @@ void clickAt(CGPoint place, NSEventType button, const std::shared_ptr<NSWindow>&
     state.note("click arrives");
 }
 
-void send(const NSEvent& event) {
-    if (NSEventSendToMonitors(event) == NSEvent::Passage::passOn)
+void send(NSEventType type, std::uint16_t keyCode, NSEventModifierFlags modifiers) {
+    if (NSEventSendToMonitors({type, keyCode, modifiers, {}, {}}) == NSEvent::Passage::passOn)
         state.note("key arrives");
 }
 
@@ -103,21 +102,15 @@ void NSEventMonitorsChanged() {
 }
 
 NSView& simulated::field(const std::string& row) {
-    const auto window = state.window.lock();
-    if (window == nullptr)
-        throw std::logic_error("there is no window");
-    return *window->peer().fields.at(row);
+    return *state.window.lock()->peer().fields.at(row);
 }
 
 void simulated::type(std::uint16_t keyCode, NSEventModifierFlags modifiers) {
-    send({.keyCode = keyCode, .modifierFlags = modifiers, .window = {}, .locationInWindow = {}});
+    send(NSEventType::keyDown, keyCode, modifiers);
 }
 
 void simulated::holdModifiers(NSEventModifierFlags modifiers) {
-    send({.type = NSEventType::flagsChanged,
-          .modifierFlags = modifiers,
-          .window = {},
-          .locationInWindow = {}});
+    send(NSEventType::flagsChanged, 0, modifiers);
 }
 
 void simulated::click(const NSView& view, NSEventType button) {
@@ -135,7 +128,6 @@ void simulated::clickInAnotherWindow() {
 
 void simulated::closeWindow() {
     state.isWindowInFront = false;
-    const auto window = state.window.lock();
-    if (const auto delegate = window != nullptr ? window->delegate() : nullptr)
+    if (const auto delegate = state.window.lock()->delegate())
         delegate->windowWillClose();
 }
