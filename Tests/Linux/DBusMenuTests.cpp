@@ -1,5 +1,6 @@
 #include "Linux/Desktop/StatusItem/DBusMenu.h"
 #include "Linux/Desktop/StatusItem/MenuText.h"
+#include "Linux/TestApplication.h"
 
 #include <gtest/gtest.h>
 
@@ -7,8 +8,8 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusServer>
 #include <QDebug>
-#include <QEventLoop>
 #include <QRegularExpression>
+#include <QSignalSpy>
 
 #include <algorithm>
 #include <climits>
@@ -33,9 +34,7 @@ std::string text(const QDBusMessage& answer) {
 
 void waitFor(const QDBusPendingCall& call) {
     const QDBusPendingCallWatcher watcher(call);
-    QEventLoop loop;
-    QObject::connect(&watcher, &QDBusPendingCallWatcher::finished, &loop, &QEventLoop::quit);
-    loop.exec();
+    EXPECT_TRUE(QSignalSpy(&watcher, &QDBusPendingCallWatcher::finished).wait(60'000));
 }
 
 std::string text(const MenuProperties& properties) {
@@ -118,8 +117,7 @@ struct DBusMenuTest : testing::Test, NSMenuDelegate {
         return heard;
     }
 
-    int argumentCount = 0;
-    QCoreApplication application{argumentCount, nullptr};
+    TestApplication<QCoreApplication> application;
     std::shared_ptr<NSMenuDelegate> delegate{this, [](const NSMenuDelegate*) {}};
     std::shared_ptr<NSMenu> menu = std::make_shared<NSMenu>();
     Items entries;

@@ -1,6 +1,8 @@
+#include "Linux/BoxView.h"
 #include "Linux/Desktop/Forms/FormText.h"
 #include "Linux/Desktop/Forms/FormWidget.h"
 #include "Linux/Desktop/Views/ViewWidget.h"
+#include "Linux/TestApplication.h"
 
 #include <gtest/gtest.h>
 
@@ -11,6 +13,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QTest>
 #include <QTranslator>
 
 #include <algorithm>
@@ -24,25 +27,6 @@ namespace tessary {
 namespace {
 
 using namespace Forms;
-
-/// A box with a text, as the fields of shortcuts draw it at rest and while they record.
-struct Canvas : NSView {
-    Canvas() : NSView(CGRect{}) { setToolTip("Not set"); }
-
-    CGSize intrinsicContentSize() const override { return {130, 24}; }
-    bool acceptsFirstResponder() const override { return true; }
-    void draw(CGRect /*dirtyRect*/) override {
-        const NSColor accent = NSColor::controlAccentColor();
-        auto box = NSBezierPath::bezierPathWithRoundedRect({{0.5, 0.5}, {129, 23}}, 6, 6);
-        box.fill(records ? accent.colorWithAlphaComponent(0.12) : NSColor::textBackgroundColor());
-        box.setLineWidth(records ? 2 : 1);
-        box.stroke(records ? accent : NSColor::separatorColor());
-        NSStringDrawAtPoint("Text", {40, 6}, {{12}, records ? accent : text});
-    }
-
-    bool records = false;
-    NSColor text = NSColor::tertiaryLabelColor();
-};
 
 /// Of two colours (WCAG 2.1).
 double contrast(QRgb a, QRgb b) {
@@ -79,7 +63,7 @@ protected:
     /// Shows the form that the fields below describe.
     void render() {
         const Label label{"1.square", {}, {{Text{"Row 1", Wording::verbatim}}}};
-        const Stack content{Axis::horizontal, 8, 0, {{picker("")}, {canvas()}}};
+        const Stack content{Axis::horizontal, 8, 0, {{picker("")}, {field()}}};
         const Toggle toggle{{toggleText}, isOn, [this](bool on) { calls += on ? " on" : " off"; }};
         const Button button{
             {"Restore Defaults"}, ControlSize::small, [this] { calls += " reset"; }};
@@ -137,9 +121,7 @@ protected:
         return inkIn(part, {-3, part.height() / 2, 6, 1});
     }
 
-    const bool isOffscreen = qputenv("QT_QPA_PLATFORM", "offscreen");
-    int argumentCount = 0;
-    QApplication application{argumentCount, nullptr};
+    TestApplication<QApplication> application;
     std::optional<FormWidget> widget_{std::in_place};
     std::vector<std::string> entries{"One", "-", "Two"};
     std::optional<std::size_t> selected = 0;
@@ -151,7 +133,7 @@ protected:
     bool isEnabled = true;
     bool isOn = false;
     std::string calls;
-    std::shared_ptr<NSView> view;
+    std::shared_ptr<BoxView> view;
 
 private:
     Picker picker(const std::string& label) {
@@ -166,15 +148,12 @@ private:
         return picker;
     }
 
-    HostedView canvas() {
-        return {[this] {
-                    calls += " make";
-                    return std::make_shared<Canvas>();
-                },
-                [this](const std::shared_ptr<NSView>& updated) {
-                    calls += " update";
-                    view = updated;
-                }};
+    HostedView field() {
+        const auto make = [this] {
+            calls += " make";
+            return view = std::make_shared<BoxView>();
+        };
+        return {make, [this](const auto& updated) { calls += updated == view ? " update" : " ?"; }};
     }
 };
 
@@ -219,16 +198,10 @@ TEST_F(FormWidgets, FocusAndAnOpenListSurviveANewerForm) {
 TEST_F(FormWidgets, WhatTheUserDoesIsToldOnce) {
     show();
     auto& box = find<QComboBox>();
-    const auto press = [](QWidget& widget, Qt::Key key) {
-        for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-            QKeyEvent event(type, key, Qt::NoModifier);
-            QApplication::sendEvent(&widget, &event);
-        }
-    };
-    press(box, Qt::Key_Down);
+    QTest::keyClick(&box, Qt::Key_Down);
     EXPECT_EQ(calls, " entry 2") << "over the divider";
-    press(find<QCheckBox>(), Qt::Key_Space);
-    press(find<QPushButton>(), Qt::Key_Space);
+    QTest::keyClick(&find<QCheckBox>(), Qt::Key_Space);
+    QTest::keyClick(&find<QPushButton>(), Qt::Key_Space);
     EXPECT_EQ(calls, " entry 2 on reset");
     calls.clear();
     const auto monitor =
@@ -241,7 +214,7 @@ TEST_F(FormWidgets, WhatTheUserDoesIsToldOnce) {
         auto* actions = QAccessible::queryAccessibleInterface(control)->actionInterface();
         actions->doAction(actions->actionNames().first());
     }
-    press(*box.view(), Qt::Key_Return); // what is chosen already
+    QTest::keyClick(box.view(), Qt::Key_Return); // what is chosen already
     NSEvent::removeMonitor(*monitor);
     EXPECT_EQ(calls, " click off click click entry 2");
 }
@@ -333,11 +306,10 @@ TEST_F(FormWidgets, TextsCanBeReadAndOutlinesSeenInLightAndInDarkColours) {
             EXPECT_TRUE(label->isHidden() || textOf(*label).second >= 4.5)
                 << label->text().toStdString();
         QWidget& field = *existingWidget(*view);
-        auto& canvas = dynamic_cast<Canvas&>(*view);
-        for (const NSColor& text :
-             {NSColor::labelColor(), NSColor::tertiaryLabelColor(), NSColor::systemBlueColor()}) {
-            canvas.text = text;
-            EXPECT_GE(textOf(field).second, 4.5) << static_cast<int>(text.name);
+        for (const NSColor& colour :
+             {NSColor::labelColor(), NSColor::systemBlueColor(), NSColor::tertiaryLabelColor()}) {
+            view->ink = colour;
+            EXPECT_GE(textOf(field).second, 4.5) << static_cast<int>(colour.name);
         }
         for (QWidget* control : std::initializer_list<QWidget*>{
                  &find<QComboBox>(), &find<QCheckBox>(), &find<QPushButton>(), &field}) {
@@ -349,12 +321,16 @@ TEST_F(FormWidgets, TextsCanBeReadAndOutlinesSeenInLightAndInDarkColours) {
         const auto monitor = NSEvent::addLocalMonitorForEventsMatchingMask(
             NSEventMaskFromType(NSEventType::keyDown),
             [](const NSEvent&) { return NSEvent::Passage::passOn; });
-        canvas.records = true;
+        view->ink = view->outline = NSColor::controlAccentColor();
+        view->background = view->ink.colorWithAlphaComponent(0.12);
+        view->lineWidth = 2;
         EXPECT_GE(textOf(field).second, 4.5) << "while it records";
         EXPECT_GE(outlineOf(field).second, 3) << "while it records";
         EXPECT_GE(contrast(outlineOf(field).first, focused), 1.5) << "the one from the other";
         NSEvent::removeMonitor(*monitor);
-        canvas.records = false;
+        view->background = NSColor::textBackgroundColor();
+        view->outline = NSColor::separatorColor();
+        view->lineWidth = 1;
     }
 }
 

@@ -3,6 +3,7 @@
 #include "Linux/Store/Database.h"
 #include "Linux/Store/LoginItem.h"
 #include "Linux/Store/WriteSchedule.h"
+#include "Linux/TestApplication.h"
 #include "Platform/Foundation.h"
 
 #include <QCoreApplication>
@@ -312,8 +313,7 @@ TEST_F(Store, WhatIsRefusedIsKeptWithOneLineUntilItIsSavedWithAnother) {
 
 TEST_F(Store, WritingIsTriedBehindTheEventAndThenFromTimeToTimeInWhateverLoop) {
     int count = 0;
-    int argumentCount = 0;
-    auto loop = std::make_unique<QCoreApplication>(argumentCount, nullptr);
+    std::optional<TestApplication<QCoreApplication>> loop(std::in_place);
     const auto write = [&] {
         if (++count != 2)
             QCoreApplication::quit();
@@ -326,7 +326,7 @@ TEST_F(Store, WritingIsTriedBehindTheEventAndThenFromTimeToTimeInWhateverLoop) {
     QCoreApplication::exec();
     EXPECT_EQ(count, 1) << "for both";
     loop.reset();
-    loop = std::make_unique<QCoreApplication>(argumentCount, nullptr);
+    loop.emplace();
     MainQueue::shared().wake();
     QCoreApplication::exec();
     EXPECT_EQ(count, 3) << "at once in the new loop, and once more";

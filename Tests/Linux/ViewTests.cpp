@@ -1,5 +1,7 @@
+#include "Linux/BoxView.h"
 #include "Linux/Desktop/Views/Colours.h"
 #include "Linux/Desktop/Views/ViewWidget.h"
+#include "Linux/TestApplication.h"
 
 #include <gtest/gtest.h>
 
@@ -7,40 +9,11 @@
 #include <QApplication>
 #include <QFontMetrics>
 #include <QImage>
-#include <QKeyEvent>
 #include <QMouseEvent>
+#include <QTest>
 
 namespace tessary {
 namespace {
-
-/// A text in a box, as the program draws it.
-struct BoxView : NSView {
-    BoxView() : NSView({}) {}
-
-    CGSize intrinsicContentSize() const override { return {130, 24}; }
-    bool acceptsFirstResponder() const override { return true; }
-    bool acceptsFirstMouse(const NSEvent&) const override { return true; }
-    void mouseDown(const NSEvent& event) override {
-        clicks.push_back(convertPointFromWindow(event.locationInWindow));
-    }
-    void draw(CGRect) override {
-        const auto [width, height] = bounds().size;
-        auto path =
-            NSBezierPath::bezierPathWithRoundedRect({{0.5, 0.5}, {width - 1, height - 1}}, 6, 6);
-        path.setLineWidth(lineWidth);
-        path.fill(NSColor::textBackgroundColor());
-        path.stroke(NSColor::controlAccentColor());
-        const auto size = NSStringSizeWithAttributes(label, attributes);
-        NSStringDrawAtPoint(label, {(width - size.width) * 0.5, (height - size.height) * 0.5},
-                            attributes);
-    }
-
-    double lineWidth = 1;
-    std::string label = "Hop";
-    NSTextAttributes attributes{NSFont::systemFontOfSize(12, NSFontWeight::regular),
-                                NSColor::labelColor()};
-    std::vector<CGPoint> clicks;
-};
 
 struct ViewTest : testing::Test {
     ViewTest() {
@@ -56,9 +29,7 @@ struct ViewTest : testing::Test {
     }
     QRgb colour(const NSColor& color) const { return colourOf(color, widget->palette()).rgb(); }
 
-    const bool isOffscreen = qputenv("QT_QPA_PLATFORM", "offscreen");
-    int argumentCount = 0;
-    QApplication application{argumentCount, nullptr};
+    TestApplication<QApplication> application;
     std::shared_ptr<BoxView> view = std::make_shared<BoxView>();
     QWidget window;
     QWidget* widget = widgetOf(view, &window);
@@ -70,7 +41,7 @@ TEST_F(ViewTest, LinesCoverWholePixelsAtEveryScale) {
         double lineWidth;
         int firstPixelAfter;
     };
-    view->label = "";
+    view->text = "";
     // Of the wide line a quarter lies outside the view.
     for (const auto& [scale, lineWidth, end] :
          {Row{1, 1, 1}, Row{1.5, 1, 1}, Row{2, 1, 2}, Row{1, 2, 2}, Row{1.5, 2, 3}, Row{2, 2, 3}}) {
@@ -78,8 +49,7 @@ TEST_F(ViewTest, LinesCoverWholePixelsAtEveryScale) {
         const QImage image = drawn(scale);
         const QPoint middle = image.rect().center();
         for (int i = 0; i < 6; ++i) {
-            const QRgb expected =
-                colour(i < end ? NSColor::controlAccentColor() : NSColor::textBackgroundColor());
+            const QRgb expected = colour(i < end ? view->outline : view->background);
             for (const QPoint& point : {QPoint(middle.x(), i), QPoint(i, middle.y()),
                                         QPoint(middle.x(), image.height() - 1 - i),
                                         QPoint(image.width() - 1 - i, middle.y())})
@@ -114,10 +84,8 @@ TEST_F(ViewTest, ActsOnClicksKeysAndAssistiveTechnologies) {
                           button, {});
         QCoreApplication::sendEvent(widget, &event);
     }
-    for (const int key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter, Qt::Key_Escape}) {
-        QKeyEvent event(QEvent::KeyPress, key, {});
-        QCoreApplication::sendEvent(widget, &event);
-    }
+    for (const auto key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter, Qt::Key_Escape})
+        QTest::keyPress(widget, key);
     drawn(1);
     auto* accessible = QAccessible::queryAccessibleInterface(widget);
     EXPECT_EQ(accessible->role(), QAccessible::Button);
@@ -141,7 +109,7 @@ TEST_F(ViewTest, ViewAndWidgetOutliveEachOther) {
     delete widget;
     EXPECT_EQ(existingWidget(*view), nullptr);
     view->setNeedsDisplay();
-    NSStringDrawAtPoint("nowhere", {}, view->attributes);
+    NSStringDrawAtPoint("nowhere", {}, {});
     EXPECT_EQ(view->window(), nullptr);
     widget = widgetOf(view, &window);
     view.reset();

@@ -25,8 +25,8 @@ struct FolderTest : UpdateFixture {
     }
 
     /// Downloads the package, up to a dialog with this text.
-    testing::AssertionResult download(const QString& text) {
-        if (!check(true, QStringLiteral("is available")) || !press(QStringLiteral("Install")))
+    testing::AssertionResult download(const std::string& text) {
+        if (!check(true, "is available") || !press("Install"))
             return testing::AssertionFailure();
         return says(text);
     }
@@ -42,19 +42,19 @@ TEST_F(FolderTest, ThatIsNotTheUsersOwnIsLeftAlone) {
             fs::create_directory_symlink(target, place);
         };
     };
-    std::vector<std::pair<std::function<void()>, const char16_t*>> rows{
-        {linkTo(documents, own), u"tessary” cannot be used: it is a link"},
-        {linkTo(documents / "updates", downloads()), u"updates” cannot be used: it is a link"}};
+    std::vector<std::pair<std::function<void()>, const char*>> rows{
+        {linkTo(documents, own), "tessary” cannot be used: it is a link"},
+        {linkTo(documents / "updates", downloads()), "updates” cannot be used: it is a link"}};
     if (::geteuid() == 0) // others cannot give files away
-        rows.emplace_back([own] { EXPECT_EQ(::chown(own.c_str(), 1, 1), 0); }, u"somebody else");
+        rows.emplace_back([own] { EXPECT_EQ(::chown(own.c_str(), 1, 1), 0); }, "somebody else");
     fill(documents / "updates");
     for (const auto& [arrange, words] : rows) {
         fill(downloads());
         const auto before = files();
         arrange();
-        EXPECT_TRUE(download(QString::fromUtf16(words)));
+        EXPECT_TRUE(download(words));
         EXPECT_EQ(files(), before);
-        EXPECT_TRUE(press(QStringLiteral("Close")));
+        EXPECT_TRUE(press("Close"));
         fs::remove_all(own);
     }
 }
@@ -68,19 +68,19 @@ TEST_F(FolderTest, LosesOnlyWhatWasDownloadedBefore) {
     fs::create_symlink(documents / "thesis.odt", downloads() / "tessary-1.7.deb");
     fs::create_directory(downloads() / "tessary-1.10.deb");
     left.insert({"tessary-1.7.deb", "tessary-1.10.deb"});
-    EXPECT_TRUE(download(QStringLiteral("updates” cannot be used: File exists")));
+    EXPECT_TRUE(download("updates” cannot be used: File exists"));
     EXPECT_EQ(files().size(), left.size() + 1) << "the package is there, without its name";
-    EXPECT_TRUE(press(QStringLiteral("Close")));
+    EXPECT_TRUE(press("Close"));
     fs::remove(downloads() / "tessary-1.10.deb");
     qputenv("XDG_DATA_DIRS", "/nowhere"); // where no program is registered for packages
     const auto whole = downloads() / "tessary-1.10.deb";
-    EXPECT_TRUE(download(QString::fromStdString("lies at “" + whole.string())));
+    EXPECT_TRUE(download("lies at “" + whole.string()));
     EXPECT_EQ(files(), left);
     EXPECT_EQ(server->requests["/package"].size(), 1U);
     for (const auto& place : {downloads().parent_path(), downloads()})
         EXPECT_EQ(fs::status(place).permissions(), fs::perms(0755)) << "the user's alone to write";
     fs::permissions(whole, fs::perms(0660));
-    EXPECT_TRUE(download(QStringLiteral("could not be opened")));
+    EXPECT_TRUE(download("could not be opened"));
     EXPECT_EQ(server->requests["/package"].size(), 2U) << "others may have changed it";
 }
 

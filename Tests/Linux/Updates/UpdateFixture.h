@@ -1,6 +1,7 @@
 // One check against a server that announces 1.10, with the windows that it shows.
 #pragma once
 
+#include "Linux/TestApplication.h"
 #include "Linux/Updates/Library/UpdateSession.h"
 #include "Publishing/Publisher.h"
 #include "Publishing/UpdateServer.h"
@@ -10,7 +11,6 @@
 #include <QApplication>
 #include <QTemporaryDir>
 
-#include <array>
 #include <set>
 #include <type_traits>
 
@@ -26,7 +26,13 @@ struct UpdateFixture : testing::Test {
     UpdateFixture& operator=(const UpdateFixture&) = delete;
 
     /// Makes application and server anew.
-    void begin(std::unique_ptr<QCoreApplication> (*makeApplication)());
+    template <typename Kind>
+    void begin() {
+        server.reset();
+        application.reset();
+        application = std::make_unique<TestApplication<Kind>>();
+        serve();
+    }
 
     /// Announces the version with one detail changed.
     template <typename Detail>
@@ -39,7 +45,7 @@ struct UpdateFixture : testing::Test {
     void check(bool isByUser);
 
     /// The same, up to a dialog with this text.
-    testing::AssertionResult check(bool isByUser, const QString& text);
+    testing::AssertionResult check(bool isByUser, const std::string& text);
 
     /// Runs the event loop until the condition holds; false when that takes too long.
     static bool until(const std::function<bool()>& condition);
@@ -48,12 +54,12 @@ struct UpdateFixture : testing::Test {
     static QDialog* dialog();
 
     /// Runs the event loop until the only window says that.
-    static testing::AssertionResult says(const QString& text);
+    static testing::AssertionResult says(const std::string& text);
 
     /// All that a window says.
-    static QString textOf(const QDialog* dialog);
+    static std::string textOf(const QDialog* dialog);
 
-    static testing::AssertionResult press(const QString& button);
+    static testing::AssertionResult press(const std::string& button);
 
     /// Whether nothing is on the screen, and no session thinks so.
     bool isQuiet() const;
@@ -75,15 +81,9 @@ struct UpdateFixture : testing::Test {
     std::unique_ptr<UpdateSession> session;
     std::vector<TessaryUpdateOutcome> outcomes; ///< of all checks
     QStringList skipped;
-};
 
-template <typename Application>
-std::unique_ptr<QCoreApplication> makeApplication() {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    static int count = 1;
-    static char name[] = "test";
-    static std::array<char*, 2> arguments{name, nullptr};
-    return std::make_unique<Application>(count, arguments.data());
-}
+private:
+    void serve();
+};
 
 } // namespace tessary::updates

@@ -1,5 +1,6 @@
 #include "Linux/Desktop/Events/KeyEvents.h"
 #include "Linux/Desktop/Windows/WindowWidget.h"
+#include "Linux/TestApplication.h"
 
 #include <gtest/gtest.h>
 
@@ -49,9 +50,7 @@ struct Key {
 };
 
 struct KeyEvents : testing::Test { // which belong to the application's keyboard
-    const bool isOffscreen = qputenv("QT_QPA_PLATFORM", "offscreen");
-    int argumentCount = 0;
-    QApplication application{argumentCount, nullptr};
+    TestApplication<QApplication> application;
 };
 
 TEST_F(KeyEvents, TellKeysByTheirPlaceAndModifiersAfterTheEvent) {

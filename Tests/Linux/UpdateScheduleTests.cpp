@@ -1,4 +1,5 @@
 #include "Linux/Store/Database.h"
+#include "Linux/TestApplication.h"
 #include "Linux/Updates/UpdateSchedule.h"
 #include "Platform/Updates.h"
 
@@ -49,17 +50,14 @@ TEST(UpdateSchedule, WaitsForTheRestOfTheIntervalWhateverTheClockWas) {
 
 TEST(UpdateSchedule, RingsOnceInTheLoopOfThatMomentAndNotWhenCancelled) {
     int count = 0;
-    char* arguments[] = {nullptr};
     auto& schedule = tessary::UpdateSchedule::shared();
     for (const bool isCancelled : {false, true}) {
         {
-            int none = 0;
-            const QCoreApplication before(none, arguments);
+            const tessary::TestApplication<QCoreApplication> before;
             const auto watch = schedule.watch();
             schedule.set(0s, [&count] { ++count; });
         }
-        int none = 0;
-        const QCoreApplication application(none, arguments);
+        const tessary::TestApplication<QCoreApplication> application;
         const auto watch = schedule.watch();
         if (isCancelled)
             schedule.cancel();
