@@ -1,6 +1,6 @@
 #include "Linux/Store/WriteSchedule.h"
 
-#include "Linux/Desktop/MainQueue.h"
+#include "Platform/Foundation.h"
 
 #include <QCoreApplication>
 
@@ -15,7 +15,7 @@ WriteSchedule::WriteSchedule(std::function<bool()> write, std::chrono::milliseco
 void WriteSchedule::request() {
     if (std::exchange(isRequested_, true))
         return;
-    MainQueue::shared().submit([this] {
+    DispatchQueue::mainAsync([this] {
         isRequested_ = false;
         run();
     });

@@ -2,10 +2,8 @@
 
 #include "Linux/Desktop/Events/KeyEvents.h"
 #include "Linux/Desktop/Events/MouseEvents.h"
-#include "Linux/Desktop/Windows/WindowWidget.h"
+#include "Linux/Desktop/Events/ProgramWindow.h"
 #include "Platform/AppKit/NSSound.h"
-
-#include <QWindow>
 
 namespace tessary {
 
@@ -14,21 +12,9 @@ namespace {
 constexpr NSEventMask keys =
     NSEventMaskFromType(NSEventType::keyDown) | NSEventMaskFromType(NSEventType::flagsChanged);
 
-/// The program's own windows, with what pops up from them, its menus and the icon of an X tray.
-/// Other windows with a frame are the update framework's.
-bool isOurs(const QWindow& window) {
-    const QWindow* owner = &window;
-    while (owner->transientParent() != nullptr)
-        owner = owner->transientParent();
-    if (owner->type() == Qt::Popup || owner->flags().testFlag(Qt::BypassWindowManagerHint))
-        return true;
-    const QWidget* widget = QWidget::find(owner->winId());
-    return widget != nullptr && windowOf(*widget) != nullptr;
-}
-
 /// Whether a monitor waits for the keys of this window; null is none.
 bool areKeysWatched(const QWindow* window) {
-    return window != nullptr && NSEventHasMonitor(keys) && isOurs(*window);
+    return window != nullptr && NSEventHasMonitor(keys) && isOfProgram(*window);
 }
 
 bool isSwallowed(const NSEvent& event) {
@@ -67,7 +53,7 @@ void EventFilter::focusChanged(QWindow* window) {
         swallowed_.clear();
         lastRelease_ = {};
     }
-    if (window == nullptr || !isOurs(*window)) {
+    if (window == nullptr || !isOfProgram(*window)) {
         NSEvent allUp;
         allUp.type = NSEventType::flagsChanged;
         NSEventSendToMonitors(allUp);
@@ -84,7 +70,7 @@ bool EventFilter::eventFilter(QObject* receiver, QEvent* event) {
 bool EventFilter::swallows(QWindow& window, QEvent& event) {
     if (auto* key = dynamic_cast<QKeyEvent*>(&event))
         return swallowsKey(*key, areKeysWatched(&window));
-    if (event.type() != QEvent::MouseButtonPress || !isOurs(window))
+    if (event.type() != QEvent::MouseButtonPress || !isOfProgram(window))
         return false;
     const auto* mouse = dynamic_cast<QMouseEvent*>(&event);
     return mouse != nullptr && swallowsClick(window, *mouse);

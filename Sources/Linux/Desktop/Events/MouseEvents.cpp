@@ -1,7 +1,7 @@
 #include "Linux/Desktop/Events/MouseEvents.h"
 
 #include "Linux/Desktop/Events/KeyEvents.h"
-#include "Linux/Desktop/Windows/WindowWidget.h"
+#include "Linux/Desktop/Events/ProgramWindow.h"
 
 #include <QGuiApplication>
 

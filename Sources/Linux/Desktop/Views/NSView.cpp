@@ -1,7 +1,7 @@
 #include "Platform/AppKit/NSView.h"
 
+#include "Linux/Desktop/Events/ProgramWindow.h"
 #include "Linux/Desktop/Views/ViewPeer.h"
-#include "Linux/Desktop/Windows/WindowWidget.h"
 
 NSView::NSView(CGRect frame) : peer_(std::make_unique<Peer>(Peer{frame, nullptr})) {}
 

@@ -28,13 +28,8 @@ Qt::WindowFlags flagsOf(unsigned styleMask) {
 
 } // namespace
 
-std::shared_ptr<NSWindow> windowOf(const QWidget& widget) {
-    const auto* window = dynamic_cast<const WindowWidget*>(widget.window());
-    return window != nullptr ? window->window() : nullptr;
-}
-
 WindowWidget::WindowWidget(const std::shared_ptr<NSWindow>& window)
-    : QWidget(nullptr, flagsOf(window->styleMask())), window_(window) {
+    : ProgramWindow(window, flagsOf(window->styleMask())) {
     setWindowTitle(QString::fromStdString(window->title()));
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -49,7 +44,7 @@ WindowWidget::WindowWidget(const std::shared_ptr<NSWindow>& window)
 }
 
 WindowWidget::~WindowWidget() {
-    if (const auto owner = window_.lock())
+    if (const auto owner = window())
         owner->contentViewController()->setRenderer(nullptr);
 }
 
@@ -88,7 +83,7 @@ void WindowWidget::restorePosition() {
 }
 
 void WindowWidget::closeEvent(QCloseEvent* event) {
-    const auto owner = window_.lock();
+    const auto owner = window();
     if (const auto delegate = owner != nullptr ? owner->delegate() : nullptr)
         delegate->windowWillClose();
     const bool isFrameKnown = frameGeometry().topLeft() != geometry().topLeft();

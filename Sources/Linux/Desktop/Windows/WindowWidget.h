@@ -1,27 +1,21 @@
-// The widgets that windows of the program are. Need a loop with windows.
 #pragma once
 
+#include "Linux/Desktop/Events/ProgramWindow.h"
 #include "Linux/Desktop/Forms/FormWidget.h"
 #include "Platform/AppKit/NSWindow.h"
 
 #include <QPoint>
-#include <QWidget>
 
 #include <memory>
 #include <optional>
 
 namespace tessary {
 
-/// The window that `widget` stands in. Null when it stands in none of the program's.
-std::shared_ptr<NSWindow> windowOf(const QWidget& widget);
-
-/// Shows a window's form and is exactly as large.
-class WindowWidget : public QWidget {
+/// Shows a window's form and is exactly as large. Needs a loop with windows.
+class WindowWidget : public ProgramWindow {
 public:
     explicit WindowWidget(const std::shared_ptr<NSWindow>& window);
     ~WindowWidget() override;
-
-    std::shared_ptr<NSWindow> window() const { return window_.lock(); }
 
     /// In the middle of its screen, the frame included; one that is too large begins at the edges.
     /// Before it is shown first, the screen is the pointer's.
@@ -40,7 +34,6 @@ protected:
 private:
     void restorePosition();
 
-    std::weak_ptr<NSWindow> window_;
     FormWidget form_{this};
     std::optional<QPoint> framePosition_; ///< where it was when it was closed
 };
