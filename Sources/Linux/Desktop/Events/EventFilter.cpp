@@ -47,7 +47,7 @@ void EventFilter::monitorsChanged() {
         application_.removeEventFilter(this);
 }
 
-/// Of keys that go up in another program's window we hear nothing.
+/// There is no event for keys that are released in the window of another program.
 void EventFilter::focusChanged(QWindow* window) {
     if (window == nullptr) {
         swallowed_.clear();
@@ -61,7 +61,7 @@ void EventFilter::focusChanged(QWindow* window) {
     monitorsChanged();
 }
 
-// The toolkit hands each event on from the window to its widgets, which come past here too.
+// The toolkit passes each event on from the window to its widgets, and shows it here each time.
 bool EventFilter::eventFilter(QObject* receiver, QEvent* event) {
     auto* window = qobject_cast<QWindow*>(receiver);
     return window != nullptr && swallows(*window, *event);
@@ -76,8 +76,8 @@ bool EventFilter::swallows(QWindow& window, QEvent& event) {
     return mouse != nullptr && swallowsClick(window, *mouse);
 }
 
-// A shortcut is asked before the press comes, and unless the question is accepted acts in its
-// place.
+// Before a press the toolkit sends a ShortcutOverride. Unless that is accepted, a shortcut acts
+// instead of the press.
 bool EventFilter::swallowsKey(QKeyEvent& event, bool isWatched) {
     if (event.type() == QEvent::KeyPress)
         return swallowsPress(event, isWatched);
@@ -87,12 +87,12 @@ bool EventFilter::swallowsKey(QKeyEvent& event, bool isWatched) {
     return event.isAccepted();
 }
 
-/// Also a repetition of a press that has ended its monitor.
+/// Also when the press has ended its monitor and only repetitions follow.
 bool EventFilter::isTaken(const QKeyEvent& event, bool isWatched) const {
     return isWatched || swallowed_.contains(event.nativeScanCode());
 }
 
-// The toolkit does not recognise every repetition: a press without a time in between.
+// The toolkit does not recognise each repetition, which is a press at the time of a release.
 bool EventFilter::isRepetition(const QKeyEvent& event) const {
     return event.isAutoRepeat() ||
            (event.nativeScanCode() == lastRelease_.key && event.timestamp() == lastRelease_.time);
@@ -110,7 +110,7 @@ bool EventFilter::swallowsPress(const QKeyEvent& event, bool isWatched) {
         monitorsChanged();
         return false;
     }
-    swallowed_.insert(event.nativeScanCode()); // first: it may be the monitor's last
+    swallowed_.insert(event.nativeScanCode()); // first, since the monitor may end during its call
     const auto key = keyEvent(event);
     if (!key)
         NSSound::beep(); // the program has no name for it

@@ -12,9 +12,8 @@
 namespace tessary {
 
 /// Shows the events of the program's own windows, not those of the update framework's, to the
-/// program's monitors before the toolkit acts on them. Looks
-/// on only while there is a monitor, and until the keys whose press a monitor has swallowed are up
-/// and another one goes down.
+/// program's monitors before the toolkit acts on them. Installed only while there is a monitor, and
+/// then until the keys whose press a monitor has swallowed are released and another key is pressed.
 class EventFilter : public QObject {
 public:
     /// Belongs to the application.

@@ -7,7 +7,8 @@
 
 namespace tessary {
 
-// The middle of the pixel, so that its top row lies within a view and the row below does not.
+// In the middle of a pixel, so that a click into the top row of a view is inside of it, and one
+// below its last row is not.
 NSEvent mouseEvent(NSEventType type, const QWidget& window, const QPointF& position,
                    Qt::KeyboardModifiers modifiers) {
     const double halfPixel = 0.5 / window.devicePixelRatioF();

@@ -14,8 +14,8 @@ NSEvent mouseEvent(NSEventType type, const QWidget& window, const QPointF& posit
 /// A left click into the middle of `widget`.
 NSEvent clickInto(const QWidget& widget);
 
-/// To be called where a standard control acts: what no mouse has pressed, but a key or an assistive
-/// technology, is shown to the program's monitors as a click into the control. They cannot stop it.
+/// To be called when a standard control acts. Where a key or an assistive technology was the cause
+/// and not the mouse, the program's monitors see a click into the control. They cannot stop it.
 void showActivation(const QWidget& control);
 
 } // namespace tessary

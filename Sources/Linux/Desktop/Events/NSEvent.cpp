@@ -3,7 +3,7 @@
 
 #include <QPointer>
 
-// Events of our windows come with a loop that has windows, so before that there is nothing to see.
+// Without a loop that has windows there are no events to show.
 void NSEventMonitorsChanged() {
     static QPointer<tessary::EventFilter> filter; // gone with its application
     auto* application = qobject_cast<QGuiApplication*>(QCoreApplication::instance());

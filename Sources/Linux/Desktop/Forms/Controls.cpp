@@ -4,6 +4,7 @@
 #include "Linux/Desktop/Forms/FormText.h"
 #include "Linux/Desktop/Forms/Mnemonics.h"
 #include "Linux/Desktop/Views/Colours.h"
+#include "Linux/Desktop/Views/Scaling.h"
 
 #include <QSignalBlocker>
 #include <QWheelEvent>
@@ -14,7 +15,7 @@ namespace tessary {
 
 namespace {
 
-/// A copy is called: the call may bring a newer form, with another function in the old one's place.
+/// Calls a copy: during the call a newer form may replace the function.
 template <typename Function, typename... Arguments>
 void callCopy(const Function& function, Arguments... arguments) {
     if (const Function copy = function)
@@ -78,7 +79,7 @@ void PickerBox::showPopup() {
     QComboBox::showPopup();
 }
 
-/// Turning the wheel above a form is no choice.
+/// Scrolling the form must not change the choice.
 void PickerBox::wheelEvent(QWheelEvent* event) {
     event->ignore();
 }
@@ -103,8 +104,8 @@ void PickerWidget::render(const Forms::Picker& picker, const QString& rowLabel) 
     updateGeometry();
 }
 
-/// On Linux a box's accessible name is the chosen entry, whatever name it was given; what it is
-/// about is told by a label that belongs to it, also one that is hidden.
+/// On Linux the accessible name of a box is always the chosen entry. A label that is its buddy,
+/// also a hidden one, tells screen readers what the box is for.
 void PickerWidget::renderLabel(const Forms::Picker& picker, const QString& rowLabel) {
     label_.render(picker.label);
     if (label_.text().isEmpty())
@@ -147,7 +148,7 @@ void ButtonWidget::render(const Forms::Button& button, const QString& rowLabel) 
     makeOutlinesVisible(*this);
 }
 
-/// Some styles leave no room around a long title, which is good to have and not needed.
+/// Some styles leave no space around a long title. The space is wished for, not required.
 QSize ButtonWidget::sizeHint() const {
     const int title = fontMetrics().size(Qt::TextShowMnemonic, text()).width();
     return QPushButton::sizeHint().expandedTo({title + 2 * fontMetrics().height(), 0});

@@ -1,5 +1,5 @@
-// What the user operates in a form. Their callbacks are called for what the user does, never for
-// what a newer form sets.
+// The controls of a form. Their callbacks are called when the user changes something, never when a
+// newer form does.
 #pragma once
 
 #include "Linux/Desktop/Forms/LabeledRow.h"
@@ -16,7 +16,7 @@
 
 namespace tessary {
 
-/// The list's button of a picker.
+/// The button of a picker, which opens its list.
 class PickerBox : public QComboBox {
 public:
     explicit PickerBox(QWidget* parent = nullptr);

@@ -1,10 +1,10 @@
 #include "Linux/Desktop/Forms/FormText.h"
 
+#include "Linux/Desktop/Views/Scaling.h"
+
 #include <QCoreApplication>
-#include <QFontInfo>
 #include <QStringList>
 
-#include <algorithm>
 #include <variant>
 
 namespace tessary {
@@ -54,26 +54,9 @@ QString wordsOf(const Forms::View& view) {
     return std::visit(Words(), view.content);
 }
 
-QString withoutMnemonic(QString text) {
-    return text.replace(u'&', QStringLiteral("&&"));
-}
-
-double pointSize(const QWidget& widget) {
-    constexpr double usualFontSize = 13;
-    return std::max(1.0, widget.fontInfo().pixelSize() / usualFontSize);
-}
-
-int scaled(double points, const QWidget& widget) {
-    return qRound(points * pointSize(widget));
-}
-
-QFont smaller(QFont font) {
+QFont smaller(const QFont& font) {
     constexpr double factor = 0.85;
-    if (font.pointSizeF() > 0)
-        font.setPointSizeF(font.pointSizeF() * factor);
-    else // a desktop may give its font's size in pixels
-        font.setPixelSize(qRound(font.pixelSize() * factor));
-    return font;
+    return scaledFont(font, factor);
 }
 
 } // namespace tessary

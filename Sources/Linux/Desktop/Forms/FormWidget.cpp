@@ -1,10 +1,10 @@
 #include "Linux/Desktop/Forms/FormWidget.h"
 
-#include "Linux/Desktop/Forms/FormAccessible.h"
-#include "Linux/Desktop/Forms/FormText.h"
 #include "Linux/Desktop/Forms/Rendering.h"
 #include "Linux/Desktop/Forms/SectionWidget.h"
+#include "Linux/Desktop/Views/Scaling.h"
 
+#include <QAccessibleWidget>
 #include <QEvent>
 
 #include <utility>
@@ -16,10 +16,21 @@ namespace {
 constexpr int margin = 16;
 constexpr int betweenSections = 18;
 
+/// Lets assistive technologies see sections as groups, and windows as windows. To the toolkit every
+/// plain QWidget is a mere container, which screen readers leave out.
+QAccessibleInterface* formAccessible(const QString& className, QObject* object) {
+    auto* widget = className == u"QWidget" ? qobject_cast<QWidget*>(object) : nullptr;
+    if (dynamic_cast<SectionWidget*>(widget) != nullptr)
+        return new QAccessibleWidget(widget, QAccessible::Grouping);
+    if (widget != nullptr && widget->windowType() == Qt::Window)
+        return new QAccessibleWidget(widget, QAccessible::Window);
+    return nullptr;
+}
+
 } // namespace
 
 FormWidget::FormWidget(QWidget* parent) : QWidget(parent) {
-    installFormAccessible();
+    QAccessible::installFactory(formAccessible); // more than once does no harm
 }
 
 void FormWidget::render(Forms::Form form) {
@@ -43,8 +54,8 @@ bool FormWidget::event(QEvent* event) {
     return isHandled;
 }
 
-/// Sizes and shades of texts are derived from the desktop's, which the user may change. The widgets
-/// inside are told of a new palette after this one.
+/// Sizes and shades of texts depend on the desktop's font and palette, which the user may change.
+/// Queued, since the widgets inside get a new palette after this one.
 void FormWidget::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::FontChange || event->type() == QEvent::PaletteChange)

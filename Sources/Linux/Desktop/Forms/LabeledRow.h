@@ -10,19 +10,19 @@ namespace tessary {
 /// In points.
 constexpr int betweenLabelAndContent = 12;
 
-/// A label at the leading edge, and behind it what it is about. Whoever derives from it puts both
+/// A label at the leading edge, and behind it the content that it names. A derived class puts both
 /// into `columns()`.
 class LabeledRow : public QWidget {
 public:
     explicit LabeledRow(QWidget* parent);
 
-    /// Whether the content takes all room that the label leaves.
+    /// Whether the content takes all the width that the label leaves.
     bool isFilled() const;
 
-    /// The label's in one line.
+    /// The width of the label's text in one line.
     int labelWidth() const;
 
-    /// The most that leaves the content its least, in a row that is `width` wide.
+    /// The largest width of the label that leaves the content its minimum, in a row of this width.
     int roomForLabel(int width) const;
 
     void setLabelWidth(int width);
@@ -35,7 +35,7 @@ private:
 };
 
 /// Lays out rows below each other that are `width` wide: those that are filled have one column of
-/// labels, and every label has one line where its content leaves the room.
+/// labels, and every label has one line where its content leaves enough width.
 void alignLabels(const std::vector<LabeledRow*>& rows, int width);
 
 } // namespace tessary

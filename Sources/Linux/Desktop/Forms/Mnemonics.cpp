@@ -5,17 +5,16 @@
 
 #include <array>
 #include <functional>
-#include <utility>
 #include <variant>
 
 namespace tessary {
 
 namespace {
 
-/// Tells the words of each control, and their English wording.
+/// Calls `tell` with the words of each control, and with their English wording.
 struct LabelsOf {
     std::function<void(const QString& words, const QString& english)> tell;
-    QString row; ///< what stands in front of the controls
+    QString row; ///< the label of the row
 
     void operator()(const Forms::Toggle& toggle) const { tellOf(toggle.label); }
     void operator()(const Forms::Button& button) const { tellOf(button.title); }
@@ -35,7 +34,7 @@ struct LabelsOf {
     }
 };
 
-/// Those that all keyboards have.
+/// A key for it is on all keyboards.
 bool isLetterOrDigit(QChar character) {
     return character.unicode() < 0x80 && character.isLetterOrNumber();
 }
@@ -44,7 +43,7 @@ bool isInitial(const QString& text, qsizetype place) {
     return isLetterOrDigit(text[place]) && (place == 0 || text[place - 1].isSpace());
 }
 
-/// The best first: a number tells rows apart that begin with the same word.
+/// The best place first: a number tells rows apart that begin with the same word.
 constexpr std::array<bool (*)(const QString&, qsizetype), 3> preferences{
     [](const QString& text, qsizetype place) {
         return isInitial(text, place) && text[place].isDigit();
@@ -92,6 +91,10 @@ QString withMnemonic(const QWidget& widget, const QString& words) {
         if (const auto* form = dynamic_cast<const FormWidget*>(around))
             return form->mnemonics().marked(words);
     return withoutMnemonic(words);
+}
+
+QString withoutMnemonic(QString words) {
+    return words.replace(u'&', QStringLiteral("&&"));
 }
 
 } // namespace tessary

@@ -18,8 +18,8 @@ public:
     Mnemonics() = default;
     explicit Mnemonics(const Forms::Form& form);
 
-    /// `words` for a widget that takes "&" as the mark of a mnemonic. Only those of a control have
-    /// one.
+    /// `words` for a widget that takes "&" as the mark of a mnemonic, which only the words of a
+    /// control have.
     QString marked(const QString& words) const;
 
 private:
@@ -30,7 +30,10 @@ private:
     QSet<QChar> taken_;
 };
 
-/// The same, of the form that `widget` is in.
+/// The same, by the mnemonics of the form that `widget` is in.
 QString withMnemonic(const QWidget& widget, const QString& words);
+
+/// `words` without any, for a widget that takes "&" as the mark of a mnemonic.
+QString withoutMnemonic(QString words);
 
 } // namespace tessary

@@ -1,7 +1,7 @@
 #include "Linux/Desktop/Forms/Rendering.h"
 
+#include "Linux/Desktop/Forms/Containers.h"
 #include "Linux/Desktop/Forms/Controls.h"
-#include "Linux/Desktop/Forms/Groups.h"
 #include "Linux/Desktop/Forms/TextLabel.h"
 
 #include <variant>
@@ -10,7 +10,7 @@ namespace tessary {
 
 namespace {
 
-/// Which widget shows what. Only declared: the answer is the type.
+/// The widget for each part of a form. Only declared: the result type is what counts.
 struct WidgetFor {
     static TextLabel type(const Forms::Text& text);
     static TextLabel type(const Forms::FormattedText& text);
@@ -29,8 +29,8 @@ void discard(QWidget& widget) {
     widget.deleteLater();
 }
 
-/// Beside each other centred; below each other at the leading edge, those that like to grow as wide
-/// as there is room.
+/// Widgets beside each other are centred vertically. Widgets below each other begin at the leading
+/// edge, and those that can grow take the whole width.
 Qt::Alignment alignmentIn(const QBoxLayout& layout, const QWidget& widget) {
     if (layout.direction() == QBoxLayout::LeftToRight)
         return Qt::AlignVCenter;
@@ -52,7 +52,7 @@ void putAt(QBoxLayout& layout, int place, QWidget* widget) {
         discard(*before);
     }
     layout.insertWidget(place, widget, 0, alignmentIn(layout, *widget));
-    widget->show(); // now, since a layout takes no notice of what is hidden
+    widget->show(); // now, since a layout ignores hidden widgets
 }
 
 void discardFrom(QBoxLayout& layout, int place) {

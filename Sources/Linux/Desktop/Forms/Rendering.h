@@ -30,8 +30,8 @@ Widget* widgetAt(QBoxLayout& layout, int place) {
     return widget;
 }
 
-/// Has the layout's widget at `place` show `view`. What has no text of its own is spoken of as
-/// `rowLabel`.
+/// Has the layout's widget at `place` show `view`. Screen readers call controls without a text of
+/// their own `rowLabel`.
 void renderAt(QBoxLayout& layout, int place, const Forms::View& view, const QString& rowLabel);
 
 /// Has the layout's widgets show these views and no others.

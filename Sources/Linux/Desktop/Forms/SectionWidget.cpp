@@ -4,6 +4,7 @@
 #include "Linux/Desktop/Forms/LabeledRow.h"
 #include "Linux/Desktop/Forms/Rendering.h"
 #include "Linux/Desktop/Views/Colours.h"
+#include "Linux/Desktop/Views/Scaling.h"
 
 #include <QPainter>
 
@@ -18,7 +19,7 @@ constexpr int rowPadding = 8;
 constexpr int lineWidth = 1;
 constexpr int aroundPanel = 6;
 
-/// Moved onto whole pixels of the screen, for sharp edges also where a point is 1.5 of them.
+/// Moved onto whole pixels of the screen, for sharp edges also at a scale of 1.5.
 QRectF onPixels(const QPainter& painter, const QRectF& rectangle) {
     const QTransform toScreen = painter.deviceTransform();
     return toScreen.inverted().mapRect(QRectF(toScreen.mapRect(rectangle).toRect()));

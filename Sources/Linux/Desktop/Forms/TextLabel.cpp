@@ -4,7 +4,7 @@
 #include "Linux/Desktop/Forms/Mnemonics.h"
 #include "Linux/Desktop/Views/Colours.h"
 
-#include <array>
+#include <cstddef>
 
 namespace tessary {
 
@@ -23,7 +23,7 @@ void TextLabel::render(const Forms::FormattedText& text, const QString& /*rowLab
     setText(wordsOf(text));
 }
 
-/// As wide as the text in one line where there is room; QLabel would like a few lines better.
+/// As wide as the text in one line. QLabel would prefer several lines.
 QSize TextLabel::sizeHint() const {
     const QMargins margins = contentsMargins();
     const int line = fontMetrics().size(Qt::TextSingleLine | Qt::TextShowMnemonic, text()).width();
@@ -32,7 +32,6 @@ QSize TextLabel::sizeHint() const {
 }
 
 void TextLabel::setStyle(Forms::Font font, Forms::ForegroundStyle style) {
-    constexpr std::array strengths{1.0F, 0.7F, 0.5F}; // primary, secondary, tertiary
     QFont own = parentWidget()->font();
     if (font == Forms::Font::caption)
         own = smaller(own);
@@ -40,7 +39,7 @@ void TextLabel::setStyle(Forms::Font font, Forms::ForegroundStyle style) {
     if (own != this->font()) // setting it measures the text anew
         setFont(own);
     const QColor colour =
-        textColour(parentWidget()->palette(), strengths.at(static_cast<std::size_t>(style)));
+        textColour(parentWidget()->palette(), textStrengths.at(static_cast<std::size_t>(style)));
     QPalette shades;
     shades.setColor(QPalette::WindowText, colour);
     if (palette().color(QPalette::WindowText) != colour)

@@ -12,15 +12,15 @@ namespace tessary {
 
 namespace {
 
-// A little more than is asked for (WCAG 2.1, 1.4.3 and 1.4.11), since pixels are rounded.
+// A little more than the required contrast (WCAG 2.1, 1.4.3 and 1.4.11), since pixels are rounded.
 constexpr float readable = 4.6F;
 constexpr float visible = 3.1F;
 
-/// From `from` the given part of the way to `to`.
+/// Between the two colours: `from` at part 0, `to` at part 1.
 QColor blended(const QColor& from, const QColor& to, float part) {
-    const auto between = [part](float a, float b) { return a + (b - a) * part; };
-    return QColor::fromRgbF(between(from.redF(), to.redF()), between(from.greenF(), to.greenF()),
-                            between(from.blueF(), to.blueF()));
+    return QColor::fromRgbF(std::lerp(from.redF(), to.redF(), part),
+                            std::lerp(from.greenF(), to.greenF(), part),
+                            std::lerp(from.blueF(), to.blueF(), part));
 }
 
 /// Relative luminance (WCAG 2.1).
@@ -37,8 +37,8 @@ float contrast(const QColor& a, const QColor& b) {
     return (lighter + 0.05F) / (darker + 0.05F);
 }
 
-/// The least part from `least` on, at most 1, that is enough on all that a form has as background,
-/// where more of it is always enough, too.
+/// The smallest part, from `least` to 1, that is enough on each background of a form. A larger part
+/// must always be enough as well.
 template <typename Predicate>
 float leastPart(const QPalette& palette, float least, Predicate isEnough) {
     constexpr float precision = 1.0F / 64;
@@ -58,15 +58,14 @@ float leastPart(const QPalette& palette, float least, Predicate isEnough) {
     return most;
 }
 
-/// The colour, or the nearest to it of the same hue that can be read, also where the background has
-/// been tinted with it, as views do to what is active.
+/// The colour, or the nearest one of the same hue that can be read, also on a background that is
+/// tinted with it, as the background of an active view is.
 QColor readableColour(const QColor& colour, const QPalette& palette) {
     constexpr float tint = 0.125F;
     const float text = palette.color(QPalette::WindowText).lightnessF();
     const auto shade = [&colour, text](float part) {
-        const float own = colour.lightnessF();
         return QColor::fromHslF(std::max(0.0F, colour.hslHueF()), colour.hslSaturationF(),
-                                own + (text - own) * part)
+                                std::lerp(colour.lightnessF(), text, part))
             .toRgb();
     };
     const auto isReadable = [&shade](const QColor& background, float part) {
@@ -76,7 +75,7 @@ QColor readableColour(const QColor& colour, const QPalette& palette) {
     return shade(leastPart(palette, 0, isReadable));
 }
 
-/// A line with this contrast to what is beside it.
+/// A line with this contrast to each background.
 QColor lineColour(const QPalette& palette, float enough) {
     const QColor panel = panelColour(palette);
     const QColor text = palette.color(QPalette::WindowText);
@@ -87,7 +86,6 @@ QColor lineColour(const QPalette& palette, float enough) {
 }
 
 QColor wholeColour(NSColor::Name name, const QPalette& palette) {
-    constexpr float tertiary = 0.5F;
     switch (name) {
     case NSColor::Name::controlAccent:
         return readableColour(palette.color(QPalette::Highlight), palette);
@@ -98,7 +96,7 @@ QColor wholeColour(NSColor::Name name, const QPalette& palette) {
     case NSColor::Name::systemBlue:
         return readableColour(QColor(0x00, 0x7A, 0xFF), palette);
     case NSColor::Name::tertiaryLabel:
-        return textColour(palette, tertiary);
+        return textColour(palette, textStrengths.back());
     case NSColor::Name::label:
         break;
     }
@@ -111,9 +109,9 @@ bool isFusion(const QStyle* style) {
     return style->name() == QStringLiteral("fusion");
 }
 
-/// What Fusion's outlines become on a desktop with this palette: they are in the colour of the
-/// window, only darker, and with the focus in that of what is chosen, of which dark colours leave
-/// nothing. Those of its check boxes are a little lighter.
+/// Fusion draws outlines in a darker shade of QPalette::Window, and with the focus in a darker
+/// shade of QPalette::Highlight: on dark desktops they cannot be seen. With this palette they can.
+/// Those of check boxes are a little lighter.
 QPalette outlinePalette(const QPalette& desktops) {
     constexpr float visibleWhenLighter = 3.4F;
     constexpr float darkened = 1.4F;
@@ -145,8 +143,8 @@ QColor textColour(const QPalette& palette, float strength) {
     return text;
 }
 
-/// A little lighter than the window. Dark desktops have a base that is darker, on which the base of
-/// check boxes would not be seen.
+/// A little lighter than the window. On dark desktops the base is darker than the window, and check
+/// boxes, which have it too, would not be seen on it.
 QColor panelColour(const QPalette& palette) {
     constexpr float lighter = 0.06F;
     const QColor base = palette.color(QPalette::Base);
@@ -161,7 +159,7 @@ QColor dividerColour(const QPalette& palette) {
     return blended(panelColour(palette), palette.color(QPalette::WindowText), strength);
 }
 
-// All controls of a form ask with the same colours, each time that it is rendered.
+// Keeps the last palette: all controls of a form need the same one each time it is rendered.
 void makeOutlinesVisible(QWidget& control) {
     if (!isFusion(control.style()))
         return;

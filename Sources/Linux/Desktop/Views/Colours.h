@@ -1,6 +1,6 @@
-// Colours as the desktop's palette has them, or as much nearer to that of its texts as they must be
-// to be seen: its own are often meant for other backgrounds. All are those of the palette's current
-// group.
+// The colours of the desktop's palette, in its current group. Many desktops choose them for other
+// backgrounds than a form has, so where the contrast is too low they are mixed with the colour of
+// texts.
 #pragma once
 
 #include "Platform/AppKit/NSDrawing.h"
@@ -9,22 +9,27 @@
 #include <QPalette>
 #include <QWidget>
 
+#include <array>
+
 namespace tessary {
 
 /// What the colour is on a desktop with this palette.
 QColor colourOf(const NSColor& color, const QPalette& palette);
 
-/// That of texts at this strength, 0 to 1, or at the least one above it at which they can be read
-/// in windows, on panels and in fields.
+/// Of primary, secondary and tertiary texts.
+inline constexpr std::array textStrengths{1.0F, 0.7F, 0.5F};
+
+/// The colour of texts at this strength, 0 to 1, or at the lowest higher one at which they can be
+/// read in windows, on panels and in fields.
 QColor textColour(const QPalette& palette, float strength);
 
-/// The panels that stand out from the window.
+/// The background of the panels that rows stand on.
 QColor panelColour(const QPalette& palette);
 
-/// Lines that only divide, which nobody has to see.
+/// Lines that only divide rows, so their contrast may be low.
 QColor dividerColour(const QPalette& palette);
 
-/// Has the style draw the outlines of a control so that they are seen on a panel.
+/// Makes the style draw the outlines of a control with enough contrast to a panel.
 void makeOutlinesVisible(QWidget& control);
 
 } // namespace tessary

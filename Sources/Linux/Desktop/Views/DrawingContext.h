@@ -1,4 +1,4 @@
-// What the contract's drawing functions draw with while a view's `draw` runs.
+// The painter of the contract's drawing functions while a view's `draw` runs.
 #pragma once
 
 #include "Platform/AppKit/NSDrawing.h"
@@ -24,11 +24,11 @@ public:
 
     QColor colour(const NSColor& color) const;
 
-    /// The widget's coordinates, which grow downwards, of a view's.
+    /// From the view's coordinates, which grow upwards, to the widget's.
     QPointF position(const CGPoint& point) const;
     QRectF rectangle(const CGRect& rect) const;
 
-    /// The texts that were drawn so far, for those who do not see them.
+    /// The texts that were drawn so far, for screen readers.
     const QString& texts() const { return texts_; }
     void noteText(const QString& text);
 

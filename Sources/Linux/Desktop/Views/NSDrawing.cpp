@@ -1,6 +1,7 @@
 #include "Platform/AppKit/NSDrawing.h"
 
 #include "Linux/Desktop/Views/DrawingContext.h"
+#include "Linux/Desktop/Views/Scaling.h"
 
 #include <QApplication>
 #include <QFontMetricsF>
@@ -12,16 +13,10 @@ namespace {
 
 using tessary::DrawingContext;
 
-/// The platform's own texts have this size, the desktop's have the one of its settings.
-constexpr double usualSize = 13;
-
+/// The desktop's font, larger or smaller by as much as the program wants another size than usual.
 QFont fontOf(const NSFont& font) {
-    QFont result = QApplication::font();
-    const double factor = font.size > 0 ? font.size / usualSize : 1;
-    if (result.pointSizeF() > 0)
-        result.setPointSizeF(result.pointSizeF() * factor);
-    else // it was set in pixels
-        result.setPixelSize(std::max(1, qRound(result.pixelSize() * factor)));
+    const double factor = font.size > 0 ? font.size / tessary::usualFontSize : 1;
+    QFont result = tessary::scaledFont(QApplication::font(), factor);
     if (font.weight == NSFontWeight::medium)
         result.setWeight(QFont::Medium);
     return result;
@@ -31,8 +26,8 @@ QString stringOf(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-/// The pen and its way, so that a line along the rectangle covers whole pixels of the device at any
-/// scale. What falls between two pixels moves inwards, since outside the view nothing is drawn.
+/// The pen and the rectangle that it follows, so that the line covers whole pixels of the device at
+/// any scale. Parts between two pixels move inwards, since nothing is drawn outside the view.
 struct CrispLine {
     CrispLine(const QTransform& toDevice, const QRectF& rect, double lineWidth) {
         constexpr double rounding = 1e-6;
@@ -45,12 +40,12 @@ struct CrispLine {
                                   std::floor(outer.bottom() + rounding));
         const double pixels = std::max(1.0, std::floor(lineWidth * scale));
         const double inset = pixels / 2;
-        way = toDevice.inverted().mapRect(
+        outline = toDevice.inverted().mapRect(
             QRectF(topLeft, bottomRight).adjusted(inset, inset, -inset, -inset));
         width = pixels / scale;
     }
 
-    QRectF way;
+    QRectF outline;
     double width;
 };
 
@@ -93,5 +88,5 @@ void NSBezierPath::stroke(const NSColor& color) const {
     const CrispLine line(painter.deviceTransform(), context->rectangle(rect_), lineWidth_);
     painter.setPen(QPen(context->colour(color), line.width));
     painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(line.way, xRadius_, yRadius_);
+    painter.drawRoundedRect(line.outline, xRadius_, yRadius_);
 }

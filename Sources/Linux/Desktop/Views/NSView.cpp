@@ -18,7 +18,7 @@ void NSView::setNeedsDisplay() {
         peer_->widget->update();
 }
 
-// The toolkit composes all widgets of a window in memory already.
+// Nothing to do: the toolkit composes all widgets of a window in memory.
 void NSView::setWantsLayer(bool /*wantsLayer*/) {}
 
 std::shared_ptr<NSWindow> NSView::window() const {

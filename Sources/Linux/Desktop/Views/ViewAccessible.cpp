@@ -29,7 +29,7 @@ public:
     }
 
 private:
-    ViewWidget& widget_; ///< ends this object with itself
+    ViewWidget& widget_; ///< deletes this object when it is deleted
 };
 
 QAccessibleInterface* viewAccessible(const QString& /*className*/, QObject* object) {

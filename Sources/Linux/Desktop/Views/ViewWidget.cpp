@@ -35,7 +35,7 @@ ViewWidget::ViewWidget(std::shared_ptr<NSView> view, QWidget* parent)
 }
 
 void ViewWidget::click() {
-    const auto view = view_; // what it does may end this widget
+    const auto view = view_; // the action may delete this widget
     const NSEvent event = clickInto(*this);
     if (NSEventSendToMonitors(event) == NSEvent::Passage::passOn)
         view->mouseDown(event);
@@ -52,7 +52,7 @@ void ViewWidget::paintEvent(QPaintEvent* event) {
         setTexts(context.texts());
     }
     const bool waitsForKeys = NSEventHasMonitor(NSEventMaskFromType(NSEventType::keyDown));
-    if (hasFocus() && showsFocus_ && !waitsForKeys) // which it shows itself
+    if (hasFocus() && showsFocus_ && !waitsForKeys) // the view shows that itself
         drawFocusRing(painter);
 }
 
@@ -64,7 +64,7 @@ void ViewWidget::setTexts(const QString& texts) {
 }
 
 void ViewWidget::drawFocusRing(QPainter& painter) {
-    constexpr double inset = 1; // upon the line that views draw around themselves
+    constexpr double inset = 1; // on top of the line that views draw around themselves
     constexpr double radius = 5.5;
     painter.setPen(QPen(palette().color(QPalette::WindowText), 2));
     painter.setBrush(Qt::NoBrush);

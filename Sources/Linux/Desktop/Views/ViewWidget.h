@@ -10,7 +10,7 @@
 namespace tessary {
 
 /// Makes the widget that shows `view`, at the view's intrinsic size, in `parent`, which owns it.
-/// The widget shares in the view. A view has one widget; of several the last counts.
+/// The widget owns the view, too. A view has one widget; of several the last counts.
 QWidget* widgetOf(const std::shared_ptr<NSView>& view, QWidget* parent);
 
 /// The widget that shows `view`. Null when there is none, or no more.
@@ -20,7 +20,7 @@ class ViewWidget : public QWidget {
 public:
     ViewWidget(std::shared_ptr<NSView> view, QWidget* parent);
 
-    /// What a click into the middle of the view does, which the program's monitors see first.
+    /// Does what a click into the middle of the view does. The program's monitors see it first.
     void click();
 
     /// The texts that the view shows.

@@ -12,8 +12,8 @@
 
 namespace {
 
-/// The desktop knows active windows and no active application: what was asked for is done for the
-/// window that comes next.
+/// The desktop has active windows but no active application: the request is carried out for the
+/// window that is shown next.
 bool isToIgnoreOtherApps = false;
 
 } // namespace
@@ -22,9 +22,9 @@ void NSApplication::activateIgnoringOtherApps(bool ignoringOtherApps) {
     isToIgnoreOtherApps = ignoringOtherApps;
 }
 
-/// What was asked for waits here until there can be a widget.
+/// Requests wait here until the event loop can have widgets.
 struct NSWindow::Peer {
-    QPointer<tessary::WindowWidget> widget; ///< owned, but for closing, which may end it
+    QPointer<tessary::WindowWidget> widget; ///< owned; closing may delete it
     bool isToBeShown = false;
     bool isToBeCentered = false;
     std::weak_ptr<NSView> firstResponder;

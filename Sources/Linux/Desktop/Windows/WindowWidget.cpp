@@ -51,12 +51,13 @@ WindowWidget::~WindowWidget() {
 void WindowWidget::center() {
     const QScreen* ours = windowHandle() != nullptr ? screen() : nullptr;
     const QScreen* shown = ours != nullptr ? ours : QGuiApplication::screenAt(QCursor::pos());
-    const QRect room = (shown != nullptr ? shown : screen())->availableGeometry();
+    const QRect available = (shown != nullptr ? shown : screen())->availableGeometry();
     layout()->activate(); // for the size
     const QMargins around = frameOf(*this);
     QRect frame = geometry().marginsAdded(around);
-    frame.moveCenter(room.center());
-    frame.moveTopLeft({std::max(frame.left(), room.left()), std::max(frame.top(), room.top())});
+    frame.moveCenter(available.center());
+    frame.moveTopLeft(
+        {std::max(frame.left(), available.left()), std::max(frame.top(), available.top())});
     setGeometry(frame.marginsRemoved(around));
 }
 
@@ -72,8 +73,8 @@ void WindowWidget::bringToFront(bool ignoringOtherApps) {
         takeFocus(*this);
 }
 
-/// A window manager places a window anew that comes back, unless it is told where. The screen may
-/// be gone in the meantime.
+/// A window manager chooses a new place for a window that is shown again, unless it is told one.
+/// The old place may be on a screen that is gone.
 void WindowWidget::restorePosition() {
     if (!framePosition_)
         return;
@@ -87,7 +88,7 @@ void WindowWidget::closeEvent(QCloseEvent* event) {
     if (const auto delegate = owner != nullptr ? owner->delegate() : nullptr)
         delegate->windowWillClose();
     const bool isFrameKnown = frameGeometry().topLeft() != geometry().topLeft();
-    if (isFrameKnown) // else closed before the window manager has told of it
+    if (isFrameKnown) // not when it is closed before the window manager has reported the frame
         framePosition_ = pos();
     setAttribute(Qt::WA_DeleteOnClose, owner == nullptr || owner->isReleasedWhenClosed());
     event->accept();

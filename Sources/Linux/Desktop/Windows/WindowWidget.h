@@ -17,12 +17,12 @@ public:
     explicit WindowWidget(const std::shared_ptr<NSWindow>& window);
     ~WindowWidget() override;
 
-    /// In the middle of its screen, the frame included; one that is too large begins at the edges.
-    /// Before it is shown first, the screen is the pointer's.
+    /// Moves it, with its frame, to the middle of its screen; one that is too large to the top left
+    /// corner. A window that was never shown goes to the screen with the pointer.
     void center();
 
     /// Shows it in front of all others on the current desktop, and asks for the keyboard's focus,
-    /// which the window manager may refuse unless it is told to take it from others.
+    /// which the window manager may refuse, unless `ignoringOtherApps` takes it from other windows.
     void bringToFront(bool ignoringOtherApps);
 
     WindowWidget(const WindowWidget&) = delete;

@@ -1,4 +1,4 @@
-// What arranges other views, or hosts one of the program's own.
+// Widgets that arrange others, and one for a view of the program's own.
 #pragma once
 
 #include "Linux/Desktop/Forms/LabeledRow.h"

@@ -1,10 +1,11 @@
-#include "Linux/Desktop/Forms/Groups.h"
+#include "Linux/Desktop/Forms/Containers.h"
 
 #include "Linux/Desktop/Forms/Controls.h"
 #include "Linux/Desktop/Forms/FormText.h"
 #include "Linux/Desktop/Forms/Rendering.h"
 #include "Linux/Desktop/SymbolIcon.h"
 #include "Linux/Desktop/Views/Colours.h"
+#include "Linux/Desktop/Views/Scaling.h"
 #include "Linux/Desktop/Views/ViewWidget.h"
 
 #include <QPainter>
@@ -20,7 +21,7 @@ constexpr int toolkitsOwn = -1; // spacing of a QBoxLayout that follows the styl
 
 StackWidget::StackWidget(QWidget* parent) : QWidget(parent) {}
 
-/// A text beside controls says what they are about, where no label of the row does.
+/// In a row without a label the texts name the controls beside them.
 void StackWidget::render(const Forms::Stack& stack, const QString& rowLabel) {
     const bool isRow = stack.axis == Forms::Axis::horizontal;
     const bool hasOwnLabel = isRow && rowLabel.isEmpty();
@@ -28,7 +29,7 @@ void StackWidget::render(const Forms::Stack& stack, const QString& rowLabel) {
     layout_.setSpacing(stack.spacing ? scaled(*stack.spacing, *this) : toolkitsOwn);
     layout_.setContentsMargins(0, scaled(stack.topPadding, *this), 0, 0);
     renderAll(layout_, stack.views, hasOwnLabel ? wordsOf(stack) : rowLabel);
-    updateGeometry(); // tells the layout around, which is measured before the next event
+    updateGeometry(); // at once: the layout around is measured before the next event
 }
 
 SymbolWidget::SymbolWidget(QWidget* parent) : QWidget(parent) {
@@ -45,8 +46,8 @@ void SymbolWidget::setSymbol(const std::string& symbol, const QColor& colour) {
     update();
 }
 
-/// Drawn anew each time for the pixels that the screen has, and of the largest picture: few sizes
-/// of fonts have one of their own.
+/// The largest picture, scaled to the pixels of the screen: most font sizes have no picture of
+/// their own.
 void SymbolWidget::paintEvent(QPaintEvent* /*event*/) {
     const QSize pixels = (QSizeF(size()) * devicePixelRatioF()).toSize();
     const QSize largest = icon_.availableSizes().last();
