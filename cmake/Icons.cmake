@@ -1,8 +1,8 @@
-# add_symbol_pixmaps(room): draws the symbols for panels that do not find them in an icon theme, and
-# embeds them in the room as :/symbols/<name>/<size>.png. Linux/Desktop/Symbols names both lists too.
+# add_symbol_pixmaps(target): draws the symbols for panels that do not find them in an icon theme, and
+# embeds them in the target as :/symbols/<name>/<size>.png. Linux/Desktop/Symbols names both lists too.
 find_program(RSVG_CONVERT rsvg-convert REQUIRED)
 
-function(add_symbol_pixmaps room)
+function(add_symbol_pixmaps target)
   set(style ${PROJECT_SOURCE_DIR}/Packaging/icons/pixmap.css)
   set(folder ${PROJECT_BINARY_DIR}/symbols)
   set(entries "")
@@ -24,7 +24,7 @@ function(add_symbol_pixmaps room)
   add_custom_command(OUTPUT ${folder}/symbols.cpp DEPENDS ${folder}/symbols.qrc ${pixmaps}
     COMMAND Qt6::rcc --name symbols --output ${folder}/symbols.cpp ${folder}/symbols.qrc
     VERBATIM)
-  target_sources(${room} PRIVATE ${folder}/symbols.cpp)
+  target_sources(${target} PRIVATE ${folder}/symbols.cpp)
   set_source_files_properties(${folder}/symbols.cpp PROPERTIES COMPILE_OPTIONS -w)
 endfunction()
 

@@ -1,5 +1,5 @@
 # What is installed beside the program and its library, and the Debian package of all that. The version
-# is the project's, the date is the one below; whatever names them is configured from here.
+# is the project's, the date is the one below; files that name them are configured here.
 set(TESSARY_RELEASE_DATE 2026-11-23)
 
 set(TESSARY_UPDATE_FEED "" CACHE STRING "Address of the feed that announces new versions")
@@ -7,7 +7,7 @@ set(TESSARY_UPDATE_PUBLIC_KEY "" CACHE STRING "Ed25519 key of the packages, its 
 set(TESSARY_UPDATE_INTERVAL 86400 CACHE STRING "Seconds between scheduled checks, at least 3600")
 option(TESSARY_UPDATE_AUTOMATIC_CHECKS "Check on schedule until the user chooses" OFF)
 
-# A mistake in these would go out unseen, in a program that never finds an update.
+# With a mistake in these a program would be published that never finds an update.
 if(TESSARY_UPDATE_FEED MATCHES "[\"\\\\\n]")
   message(FATAL_ERROR "TESSARY_UPDATE_FEED holds a quotation mark, a backslash or a line break.")
 endif()
@@ -24,7 +24,7 @@ else()
   set(automatic_checks false)
 endif()
 
-# An address that leads nowhere on purpose: "invalid" is reserved for that.
+# No mail can reach this address: the domain "invalid" is reserved for such use.
 set(maintainer "The Tessary project <tessary@tessary.invalid>")
 set(summary "switches the resolution of displays from the panel or by keys")
 execute_process(COMMAND date --utc --rfc-email --date ${TESSARY_RELEASE_DATE}
@@ -35,7 +35,7 @@ string(REPLACE "\n\n" "\n.\n" license_text "${license_text}")
 string(REGEX REPLACE "\n(.)" "\n \\1" license_text " ${license_text}")
 set(package_folder ${PROJECT_BINARY_DIR}/package-files)
 
-# Whatever the umask: the program trusts no file that stands where others may write.
+# Independent of the umask: the program trusts no file in a folder that others may write to.
 set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
   OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 

@@ -1,8 +1,8 @@
-# add_translations(room): compiles the texts of Packaging/translations, and embeds them in the room as
+# add_translations(target): compiles the texts of Packaging/translations, and embeds them in the target as
 # :/translations/tessary_<language>.qm: the program is one file that may be copied anywhere.
 find_program(LRELEASE lrelease HINTS /usr/lib/qt6/bin REQUIRED)
 
-function(add_translations room)
+function(add_translations target)
   set(folder ${PROJECT_BINARY_DIR}/translations)
   file(MAKE_DIRECTORY ${folder})
   file(GLOB texts CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/Packaging/translations/*.ts)
@@ -23,6 +23,6 @@ function(add_translations room)
     COMMAND Qt6::rcc --name translations
             --output ${folder}/translations.cpp ${folder}/translations.qrc
     VERBATIM)
-  target_sources(${room} PRIVATE ${folder}/translations.cpp)
+  target_sources(${target} PRIVATE ${folder}/translations.cpp)
   set_source_files_properties(${folder}/translations.cpp PROPERTIES COMPILE_OPTIONS -w)
 endfunction()

@@ -48,7 +48,7 @@ public:
     unsigned processId() const { return processId_; }
 
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& bus) override {
-        if (message.member() == QLatin1String("Get")) // whether anybody shows icons
+        if (message.member() == QLatin1String("Get")) // whether a panel shows icons
             return bus.send(message.createReply(QVariant::fromValue(QDBusVariant(true))));
         const auto now = Clock::now();
         if (!Panel::handleMessage(message, bus))

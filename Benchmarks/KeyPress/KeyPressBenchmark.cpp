@@ -112,7 +112,7 @@ private:
                crtc.width == wanted.width && crtc.height == wanted.height;
     }
 
-    /// Between two presses everybody comes to rest, as between two presses of a hand.
+    /// Waits until the server and the program are idle, as they are between two presses by hand.
     void rest() {
         poll(nullptr, 0, static_cast<int>(pauseBetweenPresses.count()));
         while (const std::unique_ptr<xcb_generic_event_t, Free> event{xcb_poll_for_event(x_)}) {
@@ -184,7 +184,7 @@ void measure(const Command& command, int displays, Microseconds& results) {
     for (int i = 0; i < pressesPerRound; i += 2) {
         const double shrinking = stopwatch.microseconds(keys::f14, small);
         const double growing = stopwatch.microseconds(keys::f15, large);
-        if (i >= 4) // the first ones are slower for everybody: keyboard, caches
+        if (i >= 4) // the first ones are slower for every program: keyboard, caches
             results.push_back((shrinking + growing) / 2);
     }
 }
@@ -203,8 +203,8 @@ Figures figuresOf(const Microseconds& values) {
     return {quantile(values, 0.5), quantile(values, 0.95)};
 }
 
-/// One row of the table that Tools/bench prints: what, ours, theirs, how they compare, what we hold
-/// ourselves to.
+/// One row of the table that Tools/bench prints: what is measured, Tessary's figure, the other
+/// program's, how they compare, and the limit.
 void printRow(int displays, const Figures& own, const std::string& other, const Figures& theirs,
               double comparison, const std::string& hold) {
     std::printf("key press to new mode, there and back, %d display%s, median (95th centile)\t%.0f "

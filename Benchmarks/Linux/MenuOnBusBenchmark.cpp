@@ -32,7 +32,7 @@ QDBusArgument& operator<<(QDBusArgument& argument, const ReadyEntry& entry) {
     return argument;
 }
 
-/// QtDBus asks for both directions; nobody reads here.
+/// QtDBus needs both directions; here nothing is read.
 const QDBusArgument& operator>>(const QDBusArgument& argument, ReadyEntry& /*entry*/) {
     return argument;
 }

@@ -1,4 +1,4 @@
-// Somebody else who changes displays, as fast as the server allows.
+// Another client of the server, which changes displays as fast as the server allows.
 #pragma once
 
 #include "Layout.h"

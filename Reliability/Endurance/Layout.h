@@ -1,5 +1,5 @@
 // Where displays stand, and what must be true of that before and after a press. Written from the
-// rules that users are told, and not from how the program goes about it.
+// rules in the user guide, not from the code of the program.
 #pragma once
 
 #include <cstdint>

@@ -21,7 +21,7 @@ desktop::Words program(const desktop::Home& home, const desktop::XServer& server
 /// Waits until it has taken its keys. False when it never did.
 bool isReady(desktop::Client& client);
 
-/// Its memory that no file stands behind, in KiB.
+/// Its anonymous memory in KiB.
 long memoryOf(const desktop::ChildProcess& process);
 
 long handlesOf(const desktop::ChildProcess& process);

@@ -6,7 +6,7 @@
 
 namespace endurance {
 
-/// `count` times: somebody changes displays, then a key is pressed.
+/// `count` times: another client changes displays, then a key is pressed.
 void runDisplays(Choice& choice, int count, Report& report);
 
 /// The program is killed `count` times, at any moment of its first start or of its work.

@@ -27,7 +27,7 @@ struct Desktop {
     Desktop() { connectDisplays(server); }
 };
 
-/// All but one leave their place to that one.
+/// Waits until at most one of them runs.
 bool oneRemains(const Processes& processes) {
     return waitUntil([&] {
         const auto running = std::ranges::count_if(

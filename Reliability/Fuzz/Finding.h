@@ -7,7 +7,7 @@
 
 namespace fuzz {
 
-/// Standard error as it was at first: a target may be told to be silent, a finding not.
+/// Standard error as it was at the start: the target may be silenced later, findings are printed.
 inline const int report = ::dup(STDERR_FILENO);
 
 /// Ends the process where a promise is not kept; the fuzzer then prints the input.

@@ -1,4 +1,4 @@
-// Values of any type under the program's own keys, written by somebody else while it runs.
+// Values of any type under the program's own keys, written by another program while it runs.
 #include "Application.h"
 #include "Finding.h"
 #include "Scratch.h"

@@ -1,18 +1,18 @@
-# add_room(name folder [EXCEPT path...] [INCLUDE folder]): an object library of the folder's sources,
-# whose headers must each compile alone: those that their own source does not include before all others
-# (Tools/check-includes) are in the target all_verify_interface_header_sets. Includes are
-# written from INCLUDE, which is Sources unless told otherwise. What stands below an EXCEPT, a file or
-# a folder, is left to others.
-function(add_room name folder)
-  cmake_parse_arguments(ROOM "" "INCLUDE" "EXCEPT" ${ARGN})
-  if(NOT ROOM_INCLUDE)
-    set(ROOM_INCLUDE Sources)
+# add_module(name folder [EXCEPT path...] [INCLUDE folder]): an object library of the sources in a folder.
+# EXCEPT names files and folders in it that belong to another module. Paths in include lines are
+# relative to Sources, or to INCLUDE. Each header must compile alone. A source that includes its own
+# header first shows that (Tools/check-includes); the target all_verify_interface_header_sets compiles
+# the headers without a source.
+function(add_module name folder)
+  cmake_parse_arguments(MODULE "" "INCLUDE" "EXCEPT" ${ARGN})
+  if(NOT MODULE_INCLUDE)
+    set(MODULE_INCLUDE Sources)
   endif()
   set(base ${PROJECT_SOURCE_DIR}/${folder})
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${base}/*.cpp)
   file(GLOB_RECURSE headers CONFIGURE_DEPENDS ${base}/*.h)
   foreach(file IN LISTS sources headers)
-    foreach(path IN LISTS ROOM_EXCEPT)
+    foreach(path IN LISTS MODULE_EXCEPT)
       set(exception ${base}/${path})
       cmake_path(IS_PREFIX exception ${file} is_excepted)
       if(is_excepted)
@@ -21,7 +21,7 @@ function(add_room name folder)
       endif()
     endforeach()
   endforeach()
-  # The analysis reads a folder's sources as one, and the headers that they share once.
+  # The analysis reads the sources of a folder as one file, and the headers that they share once.
   foreach(source IN LISTS sources)
     cmake_path(GET source PARENT_PATH folder_of_source)
     cmake_path(RELATIVE_PATH folder_of_source BASE_DIRECTORY ${PROJECT_SOURCE_DIR})
@@ -36,8 +36,8 @@ function(add_room name folder)
   add_library(${name} OBJECT ${sources})
   set_target_properties(${name} PROPERTIES UNITY_BUILD_MODE GROUP)
   target_sources(${name} PUBLIC FILE_SET HEADERS
-    BASE_DIRS ${PROJECT_SOURCE_DIR}/${ROOM_INCLUDE} FILES ${headers})
+    BASE_DIRS ${PROJECT_SOURCE_DIR}/${MODULE_INCLUDE} FILES ${headers})
   target_include_directories(${name} PUBLIC
-    ${PROJECT_SOURCE_DIR}/Sources ${PROJECT_SOURCE_DIR}/${ROOM_INCLUDE})
+    ${PROJECT_SOURCE_DIR}/Sources ${PROJECT_SOURCE_DIR}/${MODULE_INCLUDE})
   target_link_libraries(${name} PRIVATE tessary_warnings)
 endfunction()
