@@ -7,6 +7,11 @@ target_compile_options(tessary_warnings INTERFACE
   $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond -Wduplicated-branches -Wlogical-op -Wuseless-cast>
   $<$<CXX_COMPILER_ID:Clang>:-Wno-keyword-macro>) # <xcb/xkb.h> needs a keyword renamed around it
 
+# Sources that are compiled as one may use the same name, one for a function and one for a variable.
+if(CMAKE_UNITY_BUILD)
+  target_compile_options(tessary_warnings INTERFACE -Wno-shadow)
+endif()
+
 if(TESSARY_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
