@@ -1,34 +1,91 @@
 #pragma once
 
-#include "Linux/Displays/DisplayDriver.h"
-#include "Linux/Sessions/X11/KeyGrabs.h"
-#include "Linux/Sessions/X11/XConnection.h"
+#include "Linux/Displays/Geometry.h"
 
+#include <QMargins>
+
+#include <functional>
 #include <memory>
+#include <optional>
+#include <string>
+
+class QWidget;
+class QWindow;
 
 namespace tessary {
 
-/// The desktop session that the program runs in: what the services of the contract stand on.
+class DisplayDriver;
+class HotKeySource;
+
+/// The desktop session that the program runs in: what its services stand on. By itself a session
+/// that offers nothing; each family of sessions derives its own (`Sessions/`).
 class Session {
 public:
-    /// Connects to the session. False when there is none that answers.
+    virtual ~Session() = default;
+
+    /// Opens the session of the first family that serves it. Where there is a display server that
+    /// none of them serves, the session offers nothing, with one log line. False when there is no
+    /// display server at all.
     static bool open();
 
-    /// The open session; null before `open` succeeded.
-    static Session* current();
+    /// The open session, which is never destroyed; one that offers nothing before `open`.
+    static Session& current();
 
-    XConnection& connection() { return *connection_; }
-    DisplayDriver& displays() { return *displays_; }
+    /// The toolkit's platform plug-ins for this session, the first choice first, with ";" between.
+    virtual std::string toolkitPlatforms() const { return "wayland"; }
 
-    /// Null where keys cannot be grabbed.
-    KeyGrabs* keys() { return keys_.get(); }
+    /// Null where the displays cannot be reached.
+    virtual DisplayDriver* displays() { return nullptr; }
 
-private:
-    explicit Session(std::unique_ptr<XConnection> connection);
+    /// Null where keys cannot be taken.
+    virtual HotKeySource* hotKeys() { return nullptr; }
 
-    std::unique_ptr<XConnection> connection_;
-    std::unique_ptr<DisplayDriver> displays_;
-    std::unique_ptr<KeyGrabs> keys_;
+    /// Where the pointer is, in the coordinates of the displays' frames. Nothing when it is on none
+    /// of them or the server does not answer.
+    virtual std::optional<PixelPoint> pointer() { return std::nullopt; }
+
+    /// Sounds the desktop's alert. Silent where there is none.
+    virtual void alert() {}
+
+    /// True for the first program that asks during the life of the display server, by which the
+    /// permanent modes are put back only once.
+    virtual bool claimFirstStart() { return false; }
+
+    /// Brings the server's events into the event loop, which must exist, for as long as the answer
+    /// lives. Calls `lost` once when the server is gone.
+    virtual std::shared_ptr<void> feedEvents(std::function<void()> /*lost*/) { return nullptr; }
+
+    /// Whether a panel takes status icons that speak the display server's protocol. Where none does
+    /// yet, `appeared` is called from the event loop, once, when one comes.
+    virtual bool findTray(std::function<void()> /*appeared*/) { return false; }
+
+    /// Forgets what `findTray` waits for.
+    virtual void stopWaitingForTray() {}
+
+    /// Gives one of our windows all keys, also those that the window manager takes otherwise. False
+    /// when that is refused.
+    virtual bool grabKeyboard(QWindow& window);
+
+    /// Gives the keyboard back before anything else happens.
+    virtual void ungrabKeyboard(QWindow& window);
+
+    /// What the window manager puts around a window, also one that is not shown yet. Waits for its
+    /// answer a tenth of a second at most; nothing when there is none.
+    virtual QMargins frameOf(const QWidget& /*window*/) { return {}; }
+
+    /// Moves a window that is on another desktop to the one that is shown.
+    virtual void moveToCurrentDesktop(const QWidget& /*window*/) {}
+
+    /// Gives a window the keyboard's focus, whatever has it now.
+    virtual void takeFocus(const QWidget& /*window*/) {}
 };
+
+/// The environment's address of the display server, such as ":0", before a session is opened. Empty
+/// when there is none.
+std::string serverAddress();
+
+/// The server that an address leads to: of all that lead to one server the same, and of letters,
+/// digits and "_" alone, such as "x11__0".
+std::string serverName(const std::string& address);
 
 } // namespace tessary

@@ -1,5 +1,6 @@
 // Which displays a configuration of the X server makes, and what is planned for them.
 #include "Linux/Displays/Edid.h"
+#include "Linux/Displays/Identity.h"
 #include "Linux/Monitor.h"
 #include "Linux/Sessions/X11/RandR/Planning.h"
 
@@ -105,7 +106,7 @@ TEST(DisplaysOf, AConfigurationAreThoseThatShowTheDesktopOnceEach) {
     for (const auto& [what, change, displays] : rows) {
         Configuration changed = sideBySide();
         change(changed, changed.outputs[0], changed.outputs[1]);
-        EXPECT_EQ(text(displaysOf(changed)), displays) << what;
+        EXPECT_EQ(text(described(displaysOf(changed))), displays) << what;
     }
 }
 
@@ -126,7 +127,7 @@ TEST(DisplaysOf, AConfigurationHaveTheirMonitorsNumbersAndTheirModesTurnedAsThey
         EXPECT_EQ(display.frame, (PixelRect{16, 0, 16, 9}));
     }
     const auto identity = [&](std::size_t place) {
-        const DisplayRecord display = displaysOf(turned)[place];
+        const DisplayRecord display = described(displaysOf(turned))[place];
         return std::tuple(display.vendor, display.model, display.serial, display.connector);
     };
     EXPECT_EQ(identity(0), std::tuple(0U, 0U, connectorHash("HDMI-1"), "HDMI-1"));

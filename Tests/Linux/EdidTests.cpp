@@ -1,6 +1,6 @@
 #include "Linux/Displays/Edid.h"
 #include "Linux/Monitor.h"
-#include "Linux/Sessions/X11/RandR/ModeRate.h"
+#include "Linux/Sessions/X11/RandR/Configuration.h"
 
 #include <gtest/gtest.h>
 

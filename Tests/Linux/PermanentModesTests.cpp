@@ -7,7 +7,7 @@ namespace tessary {
 namespace {
 
 /// A display that offers the modes 3, 1, which is its preferred one, and 2. The modes 2 and 3 are
-/// told apart by their rates alone.
+/// told apart by their rates alone, 2 and 4 by their scales.
 struct Shown {
     int mode;
     std::uint32_t absences = 0;
@@ -26,7 +26,8 @@ struct Shown {
             const PixelSize size = number == 1 ? PixelSize{8, 6} : PixelSize{16, 9};
             display.modes.push_back({static_cast<std::uint32_t>(number),
                                      isTurned ? PixelSize{size.height, size.width} : size, size,
-                                     number == 3 ? 59.94 : 60, 0, true, number == 1});
+                                     number == 3 ? 59.94 : 60, 0, true, number == 1,
+                                     number == 4 ? 2.0 : 1.0});
             if (number == mode)
                 display.current = display.modes.back();
         }
@@ -49,6 +50,7 @@ TEST(PermanentModes, ArePutBackWhereNobodyHasChosenSince) {
     const std::vector<Row> rows{
         {"somebody's choice", {{3}}, 0, 0},
         {"somebody's choice of the preferred mode", {{1}}, 0, 0},
+        {"somebody's choice of another scale", {{.mode = 4, .offered = {1, 2, 4}}}, 0, 0},
         {"a game that takes its mode back", {{3}, {2}}, 0, 2},
         {"turned on its side", {{.mode = 2, .isTurned = true}}, 0, 2},
         {"gone in between", {{1, 1}}, 2, 2},

@@ -203,14 +203,20 @@ TEST_F(Store, AFileOfAnEarlierVersionLosesItsLogAndNothingElse) {
         fs::create_directories(folder_);
         SqlConnection connection;
         connection.open(file_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
-        connection.runScript("PRAGMA journal_mode = WAL; CREATE TABLE defaults(key TEXT PRIMARY "
-                             "KEY, value); INSERT INTO defaults VALUES('key', 1)");
+        connection.runScript(
+            "PRAGMA journal_mode = WAL; CREATE TABLE defaults(key TEXT PRIMARY "
+            "KEY, value); INSERT INTO defaults VALUES('key', 1);"
+            "CREATE TABLE permanent_modes(vendor, model, serial, connector, width, "
+            "height, millihertz, flags); INSERT INTO permanent_modes "
+            "VALUES(1, 2, 3, 'DP-1', 16, 9, 59940, 4)");
         ::raise(SIGKILL);
     };
     EXPECT_EXIT(write(), testing::KilledBySignal(SIGKILL), "");
     EXPECT_TRUE(fs::exists(file_.string() + "-shm"));
     Database database(folder_);
     EXPECT_EQ(get(database, "key"), one);
+    const auto mode = database.row(Table::permanentModes, {1, 2, 3, "DP-1"});
+    EXPECT_EQ(mode, (Row{16, 9, 59940, 4, 1000, 0})) << "not scaled, not suspended";
     expectOneFile();
     EXPECT_TRUE(set(database, "new", 1));
     EXPECT_EQ(get(database, "key"), one);

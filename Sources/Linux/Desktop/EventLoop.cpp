@@ -6,6 +6,7 @@
 #include "Linux/Desktop/SessionBus.h"
 #include "Linux/Desktop/SymbolIcon.h"
 #include "Linux/Desktop/Translations/Translations.h"
+#include "Linux/Session.h"
 #include "Platform/Foundation.h"
 
 #include <QApplication>
@@ -15,6 +16,7 @@
 
 #include <array>
 #include <cstdlib>
+#include <string>
 #include <utility>
 
 namespace tessary {
@@ -23,16 +25,19 @@ namespace {
 
 EventLoop* theLoop = nullptr;
 
-// Qt keeps referring to them. The platform is our own connection's: an X server.
+// The toolkit keeps referring to them.
 char programName[] = "tessary";
 char platformOption[] = "-platform";
-char platform[] = "xcb";
-std::array<char*, 4> arguments{programName, platformOption, platform, nullptr};
-int argumentCount = arguments.size() - 1;
+std::string platforms;
+std::array<char*, 4> arguments;
+int argumentCount = 0;
 
 template <typename Application>
 std::unique_ptr<Application> made() {
     leaveOutPluginsOfOthers();
+    platforms = Session::current().toolkitPlatforms();
+    arguments = {programName, platformOption, platforms.data(), nullptr};
+    argumentCount = arguments.size() - 1;
     return std::make_unique<Application>(argumentCount, arguments.data());
 }
 

@@ -6,8 +6,9 @@
 #include "Linux/Desktop/SessionBus.h"
 #include "Linux/Desktop/SingleInstance.h"
 #include "Linux/Desktop/TerminationSignals.h"
+#include "Linux/Displays/Displays.h"
+#include "Linux/HotKeys/HotKeys.h"
 #include "Linux/Session.h"
-#include "Linux/Sessions/X11/XEventSource.h"
 #include "Linux/Store/Database.h"
 #include "Linux/Updates/LoadedUpdateLibrary.h"
 #include "Linux/Updates/UpdateSchedule.h"
@@ -20,7 +21,9 @@
 #include <cstdlib>
 #include <utility>
 
+using tessary::Displays;
 using tessary::EventLoop;
+using tessary::Session;
 using tessary::SessionBus;
 using tessary::SingleInstance;
 
@@ -36,11 +39,17 @@ void prepareProcessOrExit() {
     std::exit(failure);
 }
 
-void openSessionOrExit() {
-    if (tessary::Session::open())
-        return;
+[[noreturn]] void exitWithoutServer() {
     NSLog("tessary: no X server answers; is DISPLAY set?");
     std::exit(failure);
+}
+
+void openSessionOrExit() {
+    if (!Session::open())
+        exitWithoutServer();
+    tessary::HotKeys::shared().setSource(Session::current().hotKeys());
+    if (auto* driver = Session::current().displays())
+        Displays::open(*driver);
 }
 
 /// False when another instance does what this one was started for.
@@ -68,15 +77,11 @@ bool hasVisibleWindows() {
 /// What brings the outside world into an event loop.
 struct Sources {
     explicit Sources(const tessary::TerminationSignals& signals)
-        : events(tessary::Session::current()->connection(),
-                 [] {
-                     NSLog("tessary: the X server is gone");
-                     EventLoop::quit(failure);
-                 }),
+        : events(Session::current().feedEvents([] { EventLoop::quit(failure); })),
           terminations(signals.watch([] { EventLoop::quit(); })),
           updates(tessary::UpdateSchedule::shared().watch()) {}
 
-    tessary::XEventSource events;
+    std::shared_ptr<void> events;
     std::unique_ptr<QSocketNotifier> terminations;
     std::unique_ptr<QSocketNotifier> updates;
 };
@@ -107,14 +112,17 @@ void NSApplication::terminate() {
 void NSApplication::run() {
     const auto action = tessary::actionOfCommandLineOrExit();
     prepareProcessOrExit();
-    openSessionOrExit(); // before the signals are held back: a server may keep us waiting
-    const tessary::TerminationSignals signals;
+    if (tessary::serverAddress().empty())
+        exitWithoutServer();
     EventLoop loop;
     SingleInstance instance;
     EventLoop::carryOver(instance);
     if (!isOnlyInstance(instance, action))
         return;
-    tessary::Session::current()->displays().restorePermanentModes();
+    openSessionOrExit(); // before the signals are held back: a server may keep us waiting
+    const tessary::TerminationSignals signals;
+    if (auto* displays = Displays::current())
+        displays->restorePermanentModes(Session::current().claimFirstStart());
     instance.setReopenHandler([this] {
         if (const auto delegate = delegate_.lock())
             delegate->applicationShouldHandleReopen(*this, hasVisibleWindows());

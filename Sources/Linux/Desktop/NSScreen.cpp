@@ -1,4 +1,6 @@
 #include "Platform/AppKit/NSScreen.h"
+
+#include "Linux/Displays/Displays.h"
 #include "Linux/Displays/ScreenCoordinates.h"
 #include "Linux/Session.h"
 #include "Platform/AppKit/NSEvent.h"
@@ -10,6 +12,7 @@ namespace {
 
 using tessary::DisplayRecord;
 using tessary::DisplayRecords;
+using tessary::Displays;
 using tessary::PixelRect;
 
 PixelRect mainFrame(const DisplayRecords& displays) {
@@ -20,10 +23,9 @@ PixelRect mainFrame(const DisplayRecords& displays) {
 } // namespace
 
 std::vector<NSScreen> NSScreen::screens() {
-    auto* session = tessary::Session::current();
-    if (session == nullptr)
+    if (Displays::current() == nullptr)
         return {};
-    const DisplayRecords& displays = session->displays().lastDisplays();
+    const DisplayRecords& displays = Displays::current()->lastDisplays();
     const PixelRect main = mainFrame(displays);
     std::vector<NSScreen> screens;
     for (const DisplayRecord& display : displays)
@@ -35,9 +37,8 @@ std::vector<NSScreen> NSScreen::screens() {
 
 CGPoint NSEvent::mouseLocation() {
     constexpr double nowhere = -std::numeric_limits<double>::infinity();
-    auto* session = tessary::Session::current();
-    const auto pointer = session != nullptr ? session->connection().pointer() : std::nullopt;
-    if (!pointer)
+    const auto pointer = tessary::Session::current().pointer();
+    if (!pointer || Displays::current() == nullptr)
         return {nowhere, nowhere};
-    return tessary::globalPoint(*pointer, mainFrame(session->displays().displays()));
+    return tessary::globalPoint(*pointer, mainFrame(Displays::current()->displays()));
 }

@@ -1,7 +1,6 @@
 #include "Platform/AppKit/NSStatusBar.h"
 
 #include "Linux/Desktop/StatusItem/StatusIcon.h"
-#include "Linux/Session.h"
 #include "Platform/Foundation.h"
 
 NSStatusBar& NSStatusBar::systemStatusBar() {
@@ -14,7 +13,7 @@ std::shared_ptr<NSStatusItem> NSStatusBar::statusItemWithLength(double /*length*
     auto item = std::make_shared<NSStatusItem>();
     DispatchQueue::mainAsync([item] {
         static std::vector<tessary::StatusIcon*> icons; // for the rest of the process
-        icons.push_back(new tessary::StatusIcon(item, tessary::Session::current()->connection()));
+        icons.push_back(new tessary::StatusIcon(item));
     });
     return item;
 }

@@ -1,6 +1,7 @@
 #include "Linux/Desktop/SingleInstance.h"
 
 #include "Linux/Desktop/SessionBus.h"
+#include "Linux/Session.h"
 #include "Platform/Foundation.h"
 
 #include <QDBusArgument>
@@ -8,12 +9,7 @@
 #include <QDBusPendingReply>
 #include <QVariantMap>
 
-#include <cctype>
-#include <cstdlib>
-#include <memory>
 #include <string>
-
-#include <xcb/xcb.h>
 
 namespace tessary {
 
@@ -30,32 +26,17 @@ const QString displayEntry = QStringLiteral("display"); // of an activation's pl
 
 constexpr int answerLimit = 5000; // milliseconds; an instance that has stopped never answers
 
-/// The X server that a DISPLAY leads to: its host and number, without the screen.
-QString serverOf(const QString& display) {
-    char* host = nullptr;
-    int number = 0;
-    if (xcb_parse_display(display.toUtf8().constData(), &host, &number, nullptr) == 0)
-        return display;
-    const std::unique_ptr<char, decltype(&std::free)> owner(host, std::free);
-    const auto name = QString::fromUtf8(host);
-    return (name == QLatin1String("unix") ? QString() : name) + u':' + QString::number(number);
-}
-
 QString ownDisplay() {
-    return qEnvironmentVariable("DISPLAY");
+    return QString::fromStdString(serverAddress());
 }
 
-/// The name that the instance on our X server has. Letters and digits stand for themselves, every
-/// other character as "_" and its code, since names allow little.
+QString serverOf(const QString& display) {
+    return QString::fromStdString(serverName(display.toStdString()));
+}
+
+/// The name that the instance on our display server has.
 QString serviceOnServer() {
-    const QString server = serverOf(ownDisplay());
-    const auto colon = server.lastIndexOf(u':');
-    QString host;
-    for (const char character : server.left(colon).toUtf8())
-        host += std::isalnum(static_cast<unsigned char>(character)) != 0
-                    ? QString(QLatin1Char(character))
-                    : u'_' + QString::number(static_cast<unsigned char>(character), 16);
-    return service + QStringLiteral(".x11_") + host + u'_' + server.mid(colon + 1);
+    return service + u'.' + serverOf(ownDisplay());
 }
 
 enum class Request { granted, refused, unanswered };
@@ -71,7 +52,7 @@ Request take(const QDBusConnection& bus, const QString& name) {
     return answered(bus.call(requestForName(name), QDBus::Block, answerLimit));
 }
 
-/// Tells whoever has `name` what the user has started the program for.
+/// Tells the owner of `name` what the user has started the program for.
 SingleInstance::Claim activate(const QDBusConnection& bus, const QString& name,
                                const std::optional<std::string>& action) {
     auto activation = QDBusMessage::createMethodCall(name, path, interface,
@@ -86,8 +67,8 @@ SingleInstance::Claim activate(const QDBusConnection& bus, const QString& name,
                                                   : SingleInstance::Claim::refused;
 }
 
-/// Takes the name or has whoever has it do what the program was started for. `first` when it is
-/// ours: whoever had it may have ended instead of answering.
+/// Takes the name, or has its owner do what the program was started for. `first` when it is ours:
+/// the owner may have ended instead of answering.
 SingleInstance::Claim takeOrActivate(const QDBusConnection& bus, const QString& name,
                                      const std::optional<std::string>& action) {
     using Claim = SingleInstance::Claim;
@@ -113,7 +94,7 @@ SingleInstance::Claim SingleInstance::claim(const std::optional<QDBusConnection>
     isStartedByBus_ = takeStarterMark();
     if (!bus)
         return Claim::alone;
-    // Before the names are ours: who waits for a name calls at once.
+    // Before the names are ours: a program that waits for a name calls at once.
     QDBusConnection(*bus).registerVirtualObject(path, this);
     const Claim onServer = takeOrActivate(*bus, serviceOnServer(), action);
     if (onServer != Claim::first)

@@ -1,4 +1,4 @@
-// One Tessary per session bus and X server.
+// One Tessary per session bus and display server.
 #pragma once
 
 #include <QDBusConnection>
@@ -13,23 +13,23 @@ namespace tessary {
 
 /// The program as the bus knows it: the interface org.freedesktop.Application (Desktop Entry
 /// Specification, "D-Bus Activation") under the name org.tessary.Tessary, which the first instance
-/// on the bus has, and under a name for each X server, such as org.tessary.Tessary.x11__0.
+/// on the bus has, and under a name for each display server, such as org.tessary.Tessary.x11__0.
 class SingleInstance : public QDBusVirtualObject {
 public:
     enum class Claim {
         first,     ///< both names are ours
-        alone,     ///< the first instance runs on another X server, or no bus answers
+        alone,     ///< the first instance runs on another display server, or no bus answers
         activated, ///< another instance runs and has been told
         refused,   ///< another instance runs and does not answer
     };
 
-    /// Takes the names, or tells whoever has it what the user has started the program for: an
-    /// action, or just again. Waits for the bus, at most 15 seconds.
+    /// Takes the names, or tells the owner of one what the user has started the program for: an
+    /// action, or just again. Needs no session. Waits for the bus, at most 15 seconds.
     Claim claim(const std::optional<QDBusConnection>& bus,
                 const std::optional<std::string>& action);
 
-    /// Takes the names on a bus that has come later. Somebody else's are left to them, with a log
-    /// line.
+    /// Takes the names on a bus that has come later. Those of another instance are left to it, with
+    /// a log line.
     void join(QDBusConnection bus);
 
     /// Has `reopen` called from the event loop for each later start; the one start that made the

@@ -1,11 +1,12 @@
 #include "Platform/CoreGraphics.h"
-#include "Linux/Displays/DisplayDriver.h"
-#include "Linux/Session.h"
+
+#include "Linux/Displays/Displays.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <list>
 #include <memory>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -17,6 +18,7 @@ namespace {
 
 using tessary::DisplayRecord;
 using tessary::DisplayRecords;
+using tessary::Displays;
 using tessary::ModeRecord;
 
 struct Callback {
@@ -34,17 +36,18 @@ Service& service() {
     return instance;
 }
 
-/// A memory read. Nothing without a session.
+/// A memory read. Null where displays cannot be switched.
 const DisplayRecord* recordOf(CGDirectDisplayID display) {
-    auto* session = tessary::Session::current();
-    return session != nullptr ? tessary::findDisplay(session->displays().lastDisplays(), display)
-                              : nullptr;
+    const auto* displays = Displays::current();
+    return displays != nullptr ? tessary::findDisplay(displays->lastDisplays(), display) : nullptr;
 }
 
-/// X knows no density: a point is a pixel.
 CGDisplayModeRef modeOf(const ModeRecord& mode) {
-    return std::make_shared<const CGDisplayMode>(CGDisplayMode{
-        mode.id, mode.size.width, mode.size.height, mode.size.width, mode.rate, mode.isUsable});
+    const auto& [size, pixels] = std::tie(mode.size, mode.pixels);
+    const bool isTurned = (size.width < size.height) != (pixels.width < pixels.height);
+    return std::make_shared<const CGDisplayMode>(
+        CGDisplayMode{mode.id, size.width, size.height, isTurned ? pixels.height : pixels.width,
+                      mode.rate, mode.isUsable});
 }
 
 std::unique_ptr<CGDisplayConfig> closed(CGDisplayConfigRef configuration) {
@@ -86,10 +89,10 @@ CGDisplayModeRef CGDisplayCopyDisplayMode(CGDirectDisplayID display) {
 
 CGError CGGetActiveDisplayList(std::uint32_t capacity, CGDirectDisplayID* displays,
                                std::uint32_t* count) {
-    auto* session = tessary::Session::current();
-    if (session == nullptr || count == nullptr)
+    auto* current = Displays::current();
+    if (current == nullptr || count == nullptr)
         return kCGErrorFailure;
-    const DisplayRecords& records = session->displays().displays();
+    const DisplayRecords& records = current->displays();
     *count = static_cast<std::uint32_t>(records.size());
     if (displays == nullptr)
         return kCGErrorSuccess;
@@ -124,10 +127,10 @@ std::uint32_t CGDisplaySerialNumber(CGDirectDisplayID display) {
 }
 
 CGError CGBeginDisplayConfiguration(CGDisplayConfigRef* configuration) {
-    auto* session = tessary::Session::current();
-    if (session == nullptr || configuration == nullptr)
+    auto* current = Displays::current();
+    if (current == nullptr || configuration == nullptr)
         return kCGErrorFailure;
-    session->displays().displays(); // what the session told so far is the state to start from
+    current->displays(); // what the session told so far is the state to start from
     service().transactions.push_back(std::make_unique<CGDisplayConfig>());
     *configuration = service().transactions.back().get();
     return kCGErrorSuccess;
@@ -151,9 +154,8 @@ CGError CGCompleteDisplayConfiguration(CGDisplayConfigRef configuration, CGConfi
         return kCGErrorIllegalArgument;
     const auto permanence = option == kCGConfigurePermanently ? tessary::Permanence::permanent
                                                               : tessary::Permanence::untilLogOut;
-    return tessary::Session::current()->displays().apply(transaction->changes, permanence)
-               ? kCGErrorSuccess
-               : kCGErrorFailure;
+    return Displays::current()->apply(transaction->changes, permanence) ? kCGErrorSuccess
+                                                                        : kCGErrorFailure;
 }
 
 CGError CGCancelDisplayConfiguration(CGDisplayConfigRef configuration) {
@@ -162,10 +164,10 @@ CGError CGCancelDisplayConfiguration(CGDisplayConfigRef configuration) {
 
 CGError CGDisplayRegisterReconfigurationCallback(CGDisplayReconfigurationCallBack callback,
                                                  void* userInfo) {
-    auto* session = tessary::Session::current();
-    if (session == nullptr || callback == nullptr)
+    auto* current = Displays::current();
+    if (current == nullptr || callback == nullptr)
         return kCGErrorFailure;
     service().callbacks.push_back({callback, userInfo});
-    session->displays().setReportHandler(report);
+    current->setReportHandler(report);
     return kCGErrorSuccess;
 }

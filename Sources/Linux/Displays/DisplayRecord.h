@@ -11,14 +11,16 @@
 
 namespace tessary {
 
+/// A mode of the hardware at one scale.
 struct ModeRecord {
     std::uint32_t id = 0;
-    PixelSize size;    ///< as the display shows it, turned by its rotation
-    PixelSize rawSize; ///< as the hardware times it
-    double rate = 0;   ///< hertz, 0 when unknown
+    PixelSize size;   ///< in points, as the display shows it, turned by its rotation
+    PixelSize pixels; ///< as the hardware times it
+    double rate = 0;  ///< hertz, 0 when unknown
     std::uint32_t flags = 0;
     bool isUsable = true; ///< neither interlaced nor double-scan
     bool isPreferred = false;
+    double scale = 1; ///< pixels to a point
 
     friend bool operator==(const ModeRecord&, const ModeRecord&) = default;
 };
@@ -28,6 +30,7 @@ struct DisplayRecord {
     CGDirectDisplayID id = 0;
     std::uint32_t absences = 0; ///< how often a display was gone from here, as far as we know
     std::string connector;      ///< "HDMI-1"
+    std::vector<std::uint8_t> edid;
     std::uint32_t vendor = 0;
     std::uint32_t model = 0;
     std::uint32_t serial = 0;

@@ -1,19 +1,24 @@
 #pragma once
 
-#include "Linux/Displays/DisplayDriver.h"
 #include "Linux/Displays/DisplayRecord.h"
 
+#include <functional>
 #include <utility>
 
 namespace tessary {
 
+/// While reports of the time before are given, all answers are those from before the change.
+enum class ReportTime { before, after };
+
 /// Tells the program what became of the displays, and what they were until it has been told.
 class DisplayReports {
 public:
+    using Handler = std::function<void(CGDirectDisplayID changed, ReportTime time)>;
+
     /// The program has seen the displays as they are `now`.
     explicit DisplayReports(DisplayRecords now) : told_(std::move(now)) {}
 
-    void setHandler(DisplayDriver::ReportHandler handler) { handler_ = std::move(handler); }
+    void setHandler(Handler handler) { handler_ = std::move(handler); }
 
     /// The displays as the program was last told of them.
     const DisplayRecords& told() const { return told_; }
@@ -34,7 +39,7 @@ public:
 private:
     DisplayRecords told_;
     bool isAnnouncing_ = false;
-    DisplayDriver::ReportHandler handler_;
+    Handler handler_;
 };
 
 } // namespace tessary

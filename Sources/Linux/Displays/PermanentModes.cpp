@@ -18,11 +18,12 @@ Row keyOf(const DisplayRecord& display) {
 /// The columns that say which mode is meant: as the hardware times it, whatever the rotation, with
 /// a rate that tells 59.94 Hz from 60 Hz.
 Row modeOf(const ModeRecord& mode) {
-    return {std::int64_t{mode.rawSize.width}, std::int64_t{mode.rawSize.height},
-            std::int64_t{std::llround(mode.rate * 1000)}, std::int64_t{mode.flags}};
+    return {std::int64_t{mode.pixels.width}, std::int64_t{mode.pixels.height},
+            std::int64_t{std::llround(mode.rate * 1000)}, std::int64_t{mode.flags},
+            std::int64_t{std::llround(mode.scale * 1000)}};
 }
 
-/// The mode that a display shows before anybody chose: the first preferred one, else the first.
+/// The mode that a display shows before one is chosen: the first preferred one, else the first.
 const ModeRecord* preferredMode(const DisplayRecord& display) {
     const auto preferred = std::ranges::find_if(display.modes, &ModeRecord::isPreferred);
     if (preferred != display.modes.end())
@@ -30,8 +31,8 @@ const ModeRecord* preferredMode(const DisplayRecord& display) {
     return display.modes.empty() ? nullptr : &display.modes.front();
 }
 
-/// Whether the two are the same to whoever chose one: turning a display, or another number for the
-/// same timing, is no choice of a mode.
+/// Whether the two are the same choice of a mode: turning a display is none, nor is another number
+/// for the same timing.
 bool isSameChoice(const std::optional<ModeRecord>& left, const std::optional<ModeRecord>& right) {
     if (!left || !right)
         return left.has_value() == right.has_value();

@@ -21,13 +21,13 @@ public:
     /// Keeps what the display shows now.
     void remember(const DisplayRecord& display);
 
-    /// Takes notice of what others made of the displays. The newest decision wins: where somebody
-    /// chose another mode, what is kept counts for nothing until it returns.
+    /// To be called for each change of the displays that is not ours. The newest decision wins:
+    /// where another mode was chosen, what is kept counts for nothing until it returns.
     void follow(const DisplayRecords& before, const DisplayRecords& after);
 
-    /// What to switch those displays to that came since `before`. Nobody chose what they show when
-    /// that is their preferred mode, or the mode of the display before on the same connector; for
-    /// others, and where the display no longer offers what is kept, there is nothing.
+    /// What to switch those displays to that came since `before`. Their modes were not chosen when
+    /// they are the preferred one, or that of the display before on the same connector; for others,
+    /// and where the display no longer offers what is kept, there is nothing.
     std::vector<ModeChange> due(const DisplayRecords& before, const DisplayRecords& now) const;
 
 private:

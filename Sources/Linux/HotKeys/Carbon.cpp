@@ -1,11 +1,9 @@
 #include "Platform/Carbon.h"
 
-#include "Linux/HotKeys/HotKeyEvents.h"
-#include "Linux/Session.h"
+#include "Linux/HotKeys/HotKeys.h"
 
 #include <algorithm>
 #include <cstring>
-#include <map>
 #include <memory>
 #include <vector>
 
@@ -23,29 +21,23 @@ struct OpaqueEventRef {
 };
 
 struct OpaqueEventHotKeyRef {
-    tessary::KeyGrabs::Number number = 0;
-    EventHotKeyID identifier;
+    std::uint32_t keyCode = 0;
+    std::uint32_t modifiers = 0;
 };
 
 namespace {
 
-using tessary::KeyGrabs;
+using tessary::HotKeys;
 
 struct Service {
     OpaqueEventTargetRef applicationTarget;
     std::vector<std::unique_ptr<OpaqueEventHandlerRef>> handlers;
-    std::map<KeyGrabs::Number, std::unique_ptr<OpaqueEventHotKeyRef>> hotKeys;
-    KeyGrabs::Number lastNumber = 0;
+    std::vector<std::unique_ptr<OpaqueEventHotKeyRef>> hotKeys;
 };
 
 Service& service() {
     static auto& instance = *new Service;
     return instance;
-}
-
-KeyGrabs* keys() {
-    auto* session = tessary::Session::current();
-    return session != nullptr ? session->keys() : nullptr;
 }
 
 bool wants(const OpaqueEventHandlerRef& handler, const EventTypeSpec& type) {
@@ -54,17 +46,14 @@ bool wants(const OpaqueEventHandlerRef& handler, const EventTypeSpec& type) {
     });
 }
 
-} // namespace
-
-void tessary::sendHotKeyPressed(KeyGrabs::Number hotKey) {
-    const auto entry = service().hotKeys.find(hotKey);
-    if (entry == service().hotKeys.end())
-        return;
-    OpaqueEventRef event{{kEventClassKeyboard, kEventHotKeyPressed}, entry->second->identifier};
+void sendHotKeyPressed(const EventHotKeyID& hotKey) {
+    OpaqueEventRef event{{kEventClassKeyboard, kEventHotKeyPressed}, hotKey};
     for (const auto& handler : service().handlers)
         if (wants(*handler, event.type))
             handler->handler(nullptr, &event, handler->userData);
 }
+
+} // namespace
 
 EventTargetRef GetApplicationEventTarget() {
     return &service().applicationTarget;
@@ -98,26 +87,28 @@ OSStatus GetEventParameter(EventRef event, OSType name, OSType type, OSType* act
 OSStatus RegisterEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
                              EventHotKeyID identifier, EventTargetRef target,
                              std::uint32_t /*options*/, EventHotKeyRef* hotKey) {
-    if (keys() == nullptr)
+    if (!HotKeys::shared().areAvailable())
         return eventHotKeyInvalidErr;
     if (target != GetApplicationEventTarget() || hotKey == nullptr)
         return paramErr;
-    const auto number = ++service().lastNumber;
-    if (const auto refusal = keys()->grab(keyCode, modifiers, number))
-        return refusal == KeyGrabs::Refusal::taken ? eventHotKeyExistsErr : paramErr;
-    auto& entry = service().hotKeys[number];
-    entry = std::make_unique<OpaqueEventHotKeyRef>(OpaqueEventHotKeyRef{number, identifier});
-    *hotKey = entry.get();
+    const auto answer =
+        HotKeys::shared().add(keyCode, modifiers, [identifier] { sendHotKeyPressed(identifier); });
+    if (answer != HotKeys::Answer::taken)
+        return answer == HotKeys::Answer::refused ? eventHotKeyExistsErr : paramErr;
+    auto& hotKeys = service().hotKeys;
+    hotKeys.push_back(
+        std::make_unique<OpaqueEventHotKeyRef>(OpaqueEventHotKeyRef{keyCode, modifiers}));
+    *hotKey = hotKeys.back().get();
     return noErr;
 }
 
 OSStatus UnregisterEventHotKey(EventHotKeyRef hotKey) {
     auto& hotKeys = service().hotKeys;
-    const auto entry = std::ranges::find_if(
-        hotKeys, [hotKey](const auto& candidate) { return candidate.second.get() == hotKey; });
+    const auto entry =
+        std::ranges::find(hotKeys, hotKey, &std::unique_ptr<OpaqueEventHotKeyRef>::get);
     if (entry == hotKeys.end())
         return paramErr;
-    keys()->ungrab(entry->first);
+    HotKeys::shared().remove(hotKey->keyCode, hotKey->modifiers);
     hotKeys.erase(entry);
     return noErr;
 }

@@ -10,8 +10,8 @@ namespace {
 
 // clang-format off
 
-/// Hardware codes from linux/input-event-codes.h, virtual codes as Carbon numbers the places of a US
-/// keyboard.
+/// Every key that a shortcut can name, each hardware key once: hardware codes from
+/// linux/input-event-codes.h, virtual codes as Carbon numbers the places of a US keyboard.
 constexpr auto table = std::to_array<KeyCode>({
     // letters, digits and punctuation
     {30, 0}, {31, 1}, {32, 2}, {33, 3}, {35, 4}, {34, 5}, {44, 6}, {45, 7}, {46, 8}, {47, 9},
@@ -42,10 +42,6 @@ constexpr auto names = std::to_array<std::pair<std::uint8_t, std::string_view>>(
     {{183, "F13"}, {184, "F14"}, {185, "F15"}, {99, "Print"}, {70, "Scroll Lock"}, {119, "Pause"}});
 
 } // namespace
-
-std::span<const KeyCode> keyCodes() {
-    return table;
-}
 
 std::vector<std::uint8_t> hardwareKeys(std::uint32_t virtualKey) {
     std::vector<std::uint8_t> keys;

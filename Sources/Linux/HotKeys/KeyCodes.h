@@ -10,15 +10,14 @@ namespace tessary {
 
 /// One physical key.
 struct KeyCode {
-    std::uint8_t hardwareKey = 0; ///< the kernel's code (KEY_…); an X server adds 8 to it
+    std::uint8_t hardwareKey = 0; ///< the kernel's code (KEY_…)
     std::uint16_t virtualKey = 0; ///< the code by which shortcuts name the key
 };
 
-/// Every key that a shortcut can name. Each hardware key stands there once; a virtual key may have
-/// two hardware keys.
-std::span<const KeyCode> keyCodes();
+/// Display servers number the kernel's keys from 8.
+inline constexpr unsigned firstServerKey = 8;
 
-/// The hardware keys of a virtual key; none when it is unknown.
+/// The hardware keys of a virtual key, two at most; none when it is unknown.
 std::vector<std::uint8_t> hardwareKeys(std::uint32_t virtualKey);
 
 /// The virtual key of a hardware key; nothing when it is unknown.

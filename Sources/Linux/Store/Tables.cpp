@@ -37,6 +37,7 @@ const std::array<Description, tableCount>& descriptions() {
           {"height", "INTEGER"},
           {"millihertz", "INTEGER"},
           {"flags", "INTEGER"},
+          {"milliscale", "INTEGER", "1000"},
           {"suspended", "INTEGER", "0"}}},
         {Table::updateSettings, "update_settings", {{"key", "TEXT"}}, {{"value", ""}}},
     }};

@@ -15,7 +15,7 @@ namespace tessary {
 ///
 ///     defaults(key | value)
 ///     permanent_modes(vendor, model, serial, connector |
-///                     width, height, millihertz, flags, suspended)
+///                     width, height, millihertz, flags, milliscale, suspended)
 ///     update_settings(key | value)
 enum class Table : std::size_t { defaults, permanentModes, updateSettings };
 

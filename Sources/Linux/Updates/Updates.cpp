@@ -1,8 +1,8 @@
 #include "Platform/Updates.h"
 
 #include "Linux/Desktop/EventLoop.h"
-#include "Linux/Desktop/Windows/WindowManager.h"
 #include "Linux/RunningProgram.h"
+#include "Linux/Session.h"
 #include "Linux/Updates/LoadedUpdateLibrary.h"
 #include "Linux/Updates/UpdateConfiguration.h"
 #include "Linux/Updates/UpdateSchedule.h"
@@ -75,7 +75,7 @@ void begin(const TessaryUpdateFunctions& library, bool isByUser) {
         .skippedVersion = skippedVersion.c_str(),
         .isByUser = isByUser,
         .withWindows = [](void (*then)()) { tessary::EventLoop::needWindows(then); },
-        .takeFocus = [](const QWidget* window) { tessary::takeFocus(*window); },
+        .takeFocus = [](const QWidget* window) { tessary::Session::current().takeFocus(*window); },
         .skip = [](const char* version) { UpdateSettings::setSkippedVersion(version); },
         .ended = end,
     };

@@ -1,6 +1,6 @@
 #include "Linux/Updates/UpdatesNotSetUp.h"
 
-#include "Linux/Desktop/Windows/WindowManager.h"
+#include "Linux/Session.h"
 #include "Linux/Updates/UpdateText.h"
 
 #include <QMessageBox>
@@ -32,7 +32,7 @@ void tellThatUpdatesAreNotSetUp() {
         dialog = madeDialog();
     dialog->show();
     dialog->raise();
-    takeFocus(*dialog);
+    Session::current().takeFocus(*dialog);
 }
 
 } // namespace tessary

@@ -3,6 +3,7 @@
 #include "Linux/Desktop/Events/KeyEvents.h"
 #include "Linux/Desktop/Events/MouseEvents.h"
 #include "Linux/Desktop/Events/ProgramWindow.h"
+#include "Linux/Session.h"
 #include "Platform/AppKit/NSSound.h"
 
 namespace tessary {
@@ -40,11 +41,20 @@ EventFilter::EventFilter(QGuiApplication& application)
 
 void EventFilter::monitorsChanged() {
     QWindow* window = QGuiApplication::focusWindow();
-    grab_.setWindow(areKeysWatched(window) ? window : nullptr);
+    grabKeyboardFor(areKeysWatched(window) ? window : nullptr);
     if (NSEventHasMonitor(~NSEventMask{}) || !swallowed_.empty())
         application_.installEventFilter(this);
     else
         application_.removeEventFilter(this);
+}
+
+/// Null gives the keyboard back. Where it cannot be had, the next call tries again.
+void EventFilter::grabKeyboardFor(QWindow* window) {
+    if (grabbing_ == window)
+        return;
+    if (grabbing_ != nullptr)
+        Session::current().ungrabKeyboard(*grabbing_);
+    grabbing_ = window != nullptr && Session::current().grabKeyboard(*window) ? window : nullptr;
 }
 
 /// There is no event for keys that are released in the window of another program.

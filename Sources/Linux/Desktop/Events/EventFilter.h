@@ -1,11 +1,11 @@
 #pragma once
 
-#include "Linux/Desktop/Events/KeyboardGrab.h"
-
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QObject>
+#include <QPointer>
+#include <QWindow>
 
 #include <set>
 
@@ -26,7 +26,7 @@ public:
 
 private:
     struct Release {
-        quint32 key = 0; ///< X key code
+        quint32 key = 0; ///< the display server's code
         quint64 time = 0;
         bool wasSwallowed = false;
     };
@@ -38,10 +38,11 @@ private:
     bool isTaken(const QKeyEvent& event, bool isWatched) const;
     bool isRepetition(const QKeyEvent& event) const;
     void focusChanged(QWindow* window);
+    void grabKeyboardFor(QWindow* window);
 
     QGuiApplication& application_;
-    KeyboardGrab grab_;
-    std::set<quint32> swallowed_; ///< X key codes that are down
+    QPointer<QWindow> grabbing_;  ///< has the keyboard for itself
+    std::set<quint32> swallowed_; ///< keys that are down, by the display server's codes
     Release lastRelease_;
 };
 

@@ -1,7 +1,7 @@
 #include "Linux/Desktop/Events/KeyEvents.h"
 
+#include "Linux/HotKeys/HotKeys.h"
 #include "Linux/HotKeys/KeyCodes.h"
-#include "Linux/Session.h"
 
 #include <algorithm>
 #include <array>
@@ -52,12 +52,11 @@ constexpr auto otherKeys = std::to_array<KeyCode>({
 // clang-format on
 
 std::optional<std::uint8_t> hardwareKey(const QKeyEvent& event) {
-    constexpr quint32 xOffset = 8;
-    constexpr quint32 xLast = 255;
+    constexpr quint32 lastServerKey = 255;
     const quint32 code = event.nativeScanCode();
-    if (code < xOffset || code > xLast)
+    if (code < firstServerKey || code > lastServerKey)
         return std::nullopt;
-    return static_cast<std::uint8_t>(code - xOffset);
+    return static_cast<std::uint8_t>(code - firstServerKey);
 }
 
 std::optional<ModifierKey> find(std::span<const ModifierKey> keys, std::uint32_t key) {
@@ -72,15 +71,9 @@ std::optional<ModifierKey> modifierKey(const QKeyEvent& event, std::uint8_t hard
     return find(modifierPlaces, hardware);
 }
 
-/// A shortcut with such a key would never be pressed.
-bool isSomethingElse(std::uint8_t hardware) {
-    auto* session = Session::current();
-    return session != nullptr && session->keys() != nullptr &&
-           session->keys()->isSomethingElse(hardware);
-}
-
+/// A shortcut with a key that means something else would never be pressed.
 std::optional<std::uint16_t> keyCodeOf(std::uint8_t hardware) {
-    if (isSomethingElse(hardware))
+    if (HotKeys::shared().isSomethingElse(hardware))
         return std::nullopt;
     if (const auto key = virtualKey(hardware))
         return key;

@@ -3,6 +3,7 @@
 #include "Linux/Desktop/EventLoop.h"
 #include "Linux/Desktop/SessionBus.h"
 #include "Linux/Desktop/SymbolIcon.h"
+#include "Linux/Session.h"
 #include "Platform/Foundation.h"
 
 #include <QCoreApplication>
@@ -20,8 +21,7 @@ const QString menuPath = QStringLiteral("/StatusNotifierItem/menu");
 
 } // namespace
 
-StatusIcon::StatusIcon(std::shared_ptr<NSStatusItem> item, XConnection& connection)
-    : item_(std::move(item)), tray_(connection) {
+StatusIcon::StatusIcon(std::shared_ptr<NSStatusItem> item) : item_(std::move(item)) {
     EventLoop::carryOver(*this, [this] { askForWatcher(); });
     SessionBus::shared().addObserver([this] { setBus(SessionBus::shared().connection()); });
     setBus(SessionBus::shared().connection());
@@ -69,7 +69,7 @@ void StatusIcon::setHasWatcher(bool hasWatcher) {
 }
 
 void StatusIcon::registerWithWatcher() {
-    tray_.stopWaiting();
+    Session::current().stopWaitingForTray();
     trayIcon_.reset();
     if (notifierItem_ == nullptr) {
         notifierItem_ =
@@ -80,7 +80,7 @@ void StatusIcon::registerWithWatcher() {
 }
 
 void StatusIcon::lookForTray() {
-    if (tray_.isOwnedElseAwait([this] { showInTray(); }))
+    if (Session::current().findTray([this] { showInTray(); }))
         showInTray();
     else
         NSLog("tessary: no panel shows status icons; waiting for one");

@@ -3,7 +3,6 @@
 #include "Linux/Desktop/StatusItem/DBusMenu.h"
 #include "Linux/Desktop/StatusItem/MenuView.h"
 #include "Linux/Desktop/StatusItem/NotifierItem.h"
-#include "Linux/Sessions/X11/TraySelection.h"
 #include "Platform/AppKit/NSStatusBar.h"
 
 #include <QDBusConnection>
@@ -16,10 +15,11 @@
 namespace tessary {
 
 /// Shows a status item where the desktop has a place for it: with the StatusNotifier hosts of the
-/// session bus; where there are none, in an X tray; else as soon as one of them comes.
+/// session bus; where there are none, in a tray of the display server; else as soon as one of them
+/// comes.
 class StatusIcon : public QObject {
 public:
-    StatusIcon(std::shared_ptr<NSStatusItem> item, XConnection& connection);
+    explicit StatusIcon(std::shared_ptr<NSStatusItem> item);
 
 private:
     void setBus(const std::optional<QDBusConnection>& bus);
@@ -33,7 +33,6 @@ private:
 
     std::shared_ptr<NSStatusItem> item_;
     std::optional<QDBusConnection> bus_;
-    TraySelection tray_;
     std::unique_ptr<QDBusServiceWatcher> watcher_;
     std::optional<bool> hasWatcher_; ///< nothing before it is known
 

@@ -1,6 +1,6 @@
 #include "Linux/Desktop/Windows/WindowWidget.h"
 
-#include "Linux/Desktop/Windows/WindowManager.h"
+#include "Linux/Session.h"
 
 #include <QCloseEvent>
 #include <QCursor>
@@ -53,7 +53,7 @@ void WindowWidget::center() {
     const QScreen* shown = ours != nullptr ? ours : QGuiApplication::screenAt(QCursor::pos());
     const QRect available = (shown != nullptr ? shown : screen())->availableGeometry();
     layout()->activate(); // for the size
-    const QMargins around = frameOf(*this);
+    const QMargins around = Session::current().frameOf(*this);
     QRect frame = geometry().marginsAdded(around);
     frame.moveCenter(available.center());
     frame.moveTopLeft(
@@ -66,11 +66,11 @@ void WindowWidget::bringToFront(bool ignoringOtherApps) {
         restorePosition();
     setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
-    moveToCurrentDesktop(*this);
+    Session::current().moveToCurrentDesktop(*this);
     raise();
     activateWindow();
     if (ignoringOtherApps)
-        takeFocus(*this);
+        Session::current().takeFocus(*this);
 }
 
 /// A window manager chooses a new place for a window that is shown again, unless it is told one.

@@ -1,92 +1,66 @@
 #pragma once
 
-#include "Linux/Sessions/X11/ModifierMap.h"
+#include "Linux/HotKeys/HotKeySource.h"
+#include "Linux/Sessions/X11/Keymap.h"
 #include "Linux/Sessions/X11/OlderPresses.h"
-#include "Linux/Sessions/X11/PhysicalKeys.h"
+#include "Linux/Sessions/X11/Pointer.h"
 #include "Linux/Sessions/X11/XConnection.h"
 
 #include <cstdint>
 #include <deque>
 #include <functional>
-#include <list>
 #include <optional>
 #include <set>
-#include <span>
-#include <utility>
 #include <vector>
 
 namespace tessary {
 
-/// Global hot keys by X key grabs, by hardware key and never by symbol: on stock keymaps F13 to F18
-/// carry other symbols, and letters move with the layout.
-class KeyGrabs : public XEventClient {
+/// Hot keys by X key grabs, by hardware key and never by symbol: on stock keymaps F13 to F18 carry
+/// other symbols, and letters move with the layout.
+class KeyGrabs : public HotKeySource, public XEventClient {
 public:
-    using Number = std::uint64_t;
+    /// Both arguments must outlive the grabs. `pointer` is told of the press that is handled.
+    KeyGrabs(XConnection& connection, Pointer& pointer);
 
-    enum class Refusal {
-        unknownKey, ///< no such key, or the keymap lacks a modifier
-        taken,      ///< on all its physical keys
-    };
+    Answer take(const KeyCombination& combination) override;
+    void giveBack(const KeyCombination& combination) override;
+    bool isSomethingElse(std::uint8_t hardwareKey) const override;
+    void setHandlers(std::function<void(const KeyCombination&)> pressed,
+                     std::function<void()> changed) override;
 
-    /// Called from the event loop for each press of a hot key. A held key counts once.
-    using PressHandler = std::function<void(Number hotKey)>;
-
-    KeyGrabs(XConnection& connection, PressHandler handler);
-
-    /// Takes the key with these hot-key modifiers, whatever locks are on. Holds when at least one
-    /// of the physical keys could be taken; a log line names another one that could not. Nothing
-    /// when it holds, and `number` then names it.
-    std::optional<Refusal> grab(std::uint32_t virtualKey, std::uint32_t carbonModifiers,
-                                Number number);
-
-    /// Gives the key back, and forgets that it was held. An unknown number is no failure.
-    void ungrab(Number number);
-
-    /// Whether the kernel's key means something else in the current keymap, and is no hot key.
-    bool isSomethingElse(std::uint8_t hardwareKey) const {
-        return physicalKeys_.isSomethingElse(hardwareKey);
-    }
-
-    void note(const xcb_generic_event_t& event) override;
+    void receive(const xcb_generic_event_t& event) override;
     bool hasWork() const override { return !presses_.empty() || keymapMayHaveChanged_; }
     void deliver() override;
 
 private:
-    struct HotKey {
-        Number number = 0;
-        std::uint32_t virtualKey = 0;
-        std::uint32_t carbonModifiers = 0;
-        std::uint16_t modifiers = 0;     ///< X bits
-        std::vector<xcb_keycode_t> keys; ///< those that are ours
+    struct Grab {
+        KeyCombination combination;
+        xcb_keycode_t key = 0;
+        std::uint16_t modifiers = 0; ///< X bits
     };
 
-    struct NotedPress {
-        Number hotKey = 0;
-        XConnection::Press press;
+    struct Press {
+        KeyCombination combination;
+        Pointer::Press pointer;
     };
 
-    void notePress(const xcb_key_press_event_t& event, std::uint32_t sequence);
-    void noteRelease(xcb_keycode_t key);
-    const HotKey* hotKeyFor(const xcb_key_press_event_t& event) const;
-    std::optional<Refusal> take(HotKey& hotKey);
-    bool takeKey(xcb_keycode_t key, std::uint16_t modifiers);
-    void release(const HotKey& hotKey);
-    void report(const HotKey& hotKey, std::span<const xcb_keycode_t> wanted);
-    void retake(HotKey& hotKey);
-    void renewGrabs();
+    void receivePress(const xcb_key_press_event_t& event, std::uint32_t sequence);
+    void receiveRelease(xcb_keycode_t key);
+    bool grab(const Grab& grab);
+    void ungrab(const Grab& grab, const std::vector<std::uint16_t>& lockSubsets);
+    void renewKeymap();
 
     XConnection& connection_;
-    PressHandler handler_;
+    Pointer& pointer_;
+    std::function<void(const KeyCombination&)> pressed_ = [](const KeyCombination&) {};
+    std::function<void()> changed_ = [] {};
     std::optional<std::uint8_t> keyboardEvent_;
-    ModifierMap modifiers_;
-    PhysicalKeys physicalKeys_;
-    std::list<HotKey> hotKeys_;
+    Keymap keymap_;
+    std::vector<Grab> grabs_;
     std::set<xcb_keycode_t> held_;
     OlderPresses olderPresses_;
-    /// Keys, and their hot-key modifiers, of which was said that somebody else has them.
-    std::set<std::pair<xcb_keycode_t, std::uint32_t>> missing_;
     xcb_keycode_t activating_ = 0; ///< the held key whose press gave us the keyboard
-    std::deque<NotedPress> presses_;
+    std::deque<Press> presses_;
     bool keymapMayHaveChanged_ = false;
 };
 

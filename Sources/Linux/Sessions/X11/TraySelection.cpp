@@ -1,7 +1,7 @@
 #include "Linux/Sessions/X11/TraySelection.h"
 
-#include "Linux/Sessions/X11/Atom.h"
-#include "Linux/Sessions/X11/Reply.h"
+#include "Linux/Sessions/X11/Atoms.h"
+#include "Linux/Sessions/X11/Replies.h"
 
 #include <string>
 #include <utility>
@@ -32,9 +32,9 @@ TraySelection::TraySelection(XConnection& connection)
     connection.addClient(*this);
 }
 
-bool TraySelection::isOwnedElseAwait(std::function<void()> appeared) {
+bool TraySelection::find(std::function<void()> appeared) {
     selectEvents(XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER); // first, to miss none
-    if (isOwned()) {
+    if (hasOwner()) {
         stopWaiting();
         return true;
     }
@@ -48,10 +48,10 @@ void TraySelection::stopWaiting() {
     hasAppeared_ = false;
 }
 
-void TraySelection::note(const xcb_generic_event_t& event) {
-    constexpr std::uint8_t sentBySomebody = 0x80;
+void TraySelection::receive(const xcb_generic_event_t& event) {
+    constexpr std::uint8_t sentByClient = 0x80;
     if (appeared_ == nullptr || !firstEvent_ ||
-        (event.response_type & ~sentBySomebody) != *firstEvent_ + XCB_XFIXES_SELECTION_NOTIFY)
+        (event.response_type & ~sentByClient) != *firstEvent_ + XCB_XFIXES_SELECTION_NOTIFY)
         return;
     const auto& change = reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(event);
     hasAppeared_ = change.selection == selection_ && change.owner != XCB_NONE;
@@ -72,7 +72,7 @@ void TraySelection::selectEvents(std::uint32_t mask) {
     xcb_flush(connection_.get());
 }
 
-bool TraySelection::isOwned() const {
+bool TraySelection::hasOwner() const {
     const XReply<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
         connection_.get(), xcb_get_selection_owner(connection_.get(), selection_), nullptr));
     return reply && reply->owner != XCB_NONE;

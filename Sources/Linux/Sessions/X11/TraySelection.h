@@ -8,28 +8,28 @@
 
 namespace tessary {
 
-/// Tells when a panel shows status icons in the X way: when somebody owns the selection
-/// _NET_SYSTEM_TRAY_Sn (System Tray Protocol Specification, freedesktop.org). The XFixes extension
-/// tells so without the root window's other events, among them one for each change of the screen's
-/// size. Lives as long as the connection.
+/// Tells when a panel shows status icons in the X way: when the selection _NET_SYSTEM_TRAY_Sn has
+/// an owner (System Tray Protocol Specification, freedesktop.org). The XFixes extension tells so
+/// without the root window's other events, among them one for each change of the screen's size.
+/// Lives as long as the connection.
 class TraySelection : public XEventClient {
 public:
     explicit TraySelection(XConnection& connection);
 
-    /// Calls `appeared` from the event loop, once, when such a panel comes. False when there is
-    /// none yet; otherwise there is one, and it will not be called.
-    bool isOwnedElseAwait(std::function<void()> appeared);
+    /// Whether there is such a panel. Otherwise `appeared` is called from the event loop, once,
+    /// when one comes.
+    bool find(std::function<void()> appeared);
 
-    /// Forgets what was awaited.
+    /// Forgets what `find` waits for.
     void stopWaiting();
 
-    void note(const xcb_generic_event_t& event) override;
+    void receive(const xcb_generic_event_t& event) override;
     bool hasWork() const override { return hasAppeared_; }
     void deliver() override;
 
 private:
     void selectEvents(std::uint32_t mask);
-    bool isOwned() const;
+    bool hasOwner() const;
 
     XConnection& connection_;
     xcb_atom_t selection_ = XCB_ATOM_NONE;

@@ -1,6 +1,6 @@
 #include "Linux/Sessions/X11/XConnection.h"
 
-#include "Linux/Sessions/X11/Reply.h"
+#include "Linux/Sessions/X11/Replies.h"
 
 #include <algorithm>
 
@@ -18,20 +18,20 @@ std::unique_ptr<XConnection> XConnection::open() {
         new XConnection(std::move(connection), *screens.data, screenNumber));
 }
 
-void XConnection::note(const xcb_generic_event_t& event) {
+void XConnection::receive(const xcb_generic_event_t& event) {
     for (XEventClient* client : clients_)
-        client->note(event);
+        client->receive(event);
 }
 
 void XConnection::read() {
     if (const XReply<xcb_generic_event_t> event{xcb_poll_for_event(get())})
-        note(*event);
+        receive(*event);
     drain();
 }
 
 void XConnection::drain() {
     while (const XReply<xcb_generic_event_t> event{xcb_poll_for_queued_event(get())})
-        note(*event);
+        receive(*event);
 }
 
 bool XConnection::hasWork() const {
@@ -41,17 +41,6 @@ bool XConnection::hasWork() const {
 void XConnection::deliver() {
     for (XEventClient* client : clients_)
         client->deliver();
-}
-
-std::optional<PixelPoint> XConnection::pointer() const {
-    constexpr std::uint32_t halfway = 1U << 31U; // sequence numbers wrap around
-    if (press_ && press_->sequence - layoutChange_ < halfway)
-        return press_->pointer;
-    const XReply<xcb_query_pointer_reply_t> reply(
-        xcb_query_pointer_reply(get(), xcb_query_pointer(get(), root()), nullptr));
-    if (!reply || reply->same_screen == 0)
-        return std::nullopt;
-    return PixelPoint{reply->root_x, reply->root_y};
 }
 
 } // namespace tessary

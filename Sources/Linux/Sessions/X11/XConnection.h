@@ -2,29 +2,25 @@
 // server's order. The toolkit has another one of its own.
 #pragma once
 
-#include "Linux/Displays/Geometry.h"
-
-#include <cstdint>
 #include <memory>
-#include <optional>
 #include <vector>
 
 #include <xcb/xcb.h>
 
 namespace tessary {
 
-/// Somebody who wants the connection's events.
+/// What wants the connection's events.
 class XEventClient {
 public:
     virtual ~XEventClient() = default;
 
-    /// Takes notice of an event; must not call the program.
-    virtual void note(const xcb_generic_event_t& event) = 0;
+    /// Keeps what an event tells; must not call the program.
+    virtual void receive(const xcb_generic_event_t& event) = 0;
 
     /// Whether `deliver` has anything to do.
     virtual bool hasWork() const = 0;
 
-    /// Calls the program about what was noted. Only ever called from the event loop.
+    /// Calls the program about what was received. Only ever called from the event loop.
     virtual void deliver() = 0;
 };
 
@@ -42,11 +38,11 @@ public:
     /// use.
     void addClient(XEventClient& client) { clients_.push_back(&client); }
 
-    /// Reads what has arrived at the socket and hands every event to the clients' `note`.
+    /// Reads what has arrived at the socket and hands every event to the clients' `receive`.
     void read();
 
-    /// Hands the events that were read with a reply to the clients' `note`: they stand in xcb's own
-    /// queue, where poll(2) does not see them. Costs no system call.
+    /// Hands the events that were read with a reply to the clients' `receive`: they stand in xcb's
+    /// own queue, where poll(2) does not see them. Costs no system call.
     void drain();
 
     bool hasWork() const;
@@ -55,22 +51,6 @@ public:
     /// Whether the server is gone.
     bool isBroken() const { return xcb_connection_has_error(connection_.get()) != 0; }
 
-    /// The key press that is being handled, as its event told it.
-    struct Press {
-        PixelPoint pointer;
-        std::uint32_t sequence = 0; ///< of the last request that the server had handled before it
-    };
-
-    void setPress(const std::optional<Press>& press) { press_ = press; }
-
-    /// The request with this number moved displays or pointer: what earlier presses tell of the
-    /// pointer is no longer true.
-    void setLayoutChange(std::uint32_t sequence) { layoutChange_ = sequence; }
-
-    /// Where the pointer is: at the press that is being handled, else where the server says.
-    /// Nothing when the pointer is on another screen or the server does not answer.
-    std::optional<PixelPoint> pointer() const;
-
 private:
     struct Disconnect {
         void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
@@ -78,7 +58,7 @@ private:
 
     using Handle = std::unique_ptr<xcb_connection_t, Disconnect>;
 
-    void note(const xcb_generic_event_t& event);
+    void receive(const xcb_generic_event_t& event);
 
     XConnection(Handle connection, const xcb_screen_t& screen, int screenNumber)
         : connection_(std::move(connection)), screen_(&screen), screenNumber_(screenNumber) {}
@@ -87,8 +67,6 @@ private:
     const xcb_screen_t* screen_; ///< in the connection's memory
     int screenNumber_;
     std::vector<XEventClient*> clients_;
-    std::optional<Press> press_;
-    std::uint32_t layoutChange_ = 0;
 };
 
 } // namespace tessary

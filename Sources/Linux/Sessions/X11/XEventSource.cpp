@@ -28,7 +28,7 @@ void XEventSource::dispatch() {
     lost_();
 }
 
-/// An event that arrived with a reply stands in xcb's own queue, where the loop does not see it.
+/// An event that arrived with a reply is in xcb's own queue, where the loop does not see it.
 void XEventSource::beforeBlocking() {
     connection_.drain();
     if (connection_.hasWork())

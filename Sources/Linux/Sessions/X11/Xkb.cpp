@@ -1,6 +1,6 @@
 #include "Linux/Sessions/X11/Xkb.h"
 
-#include "Linux/Sessions/X11/Reply.h"
+#include "Linux/Sessions/X11/Replies.h"
 #include "Linux/Sessions/X11/XConnection.h"
 
 #define explicit                                                                                   \

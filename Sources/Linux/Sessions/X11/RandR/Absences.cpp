@@ -4,24 +4,24 @@
 
 namespace tessary {
 
-// Who makes the screen smaller turns off for a moment what will not fit, and that is no absence but
-// somebody's choice of a mode. It happens while the server serves nobody else, and around exactly
-// one change of the screen's size.
-void Absences::note(const xcb_randr_notify_event_t& event) {
+// A program that makes the screen smaller turns off for a moment what will not fit. That is no
+// absence, but a choice of a mode. It happens while the server serves no other program, and around
+// exactly one change of the screen's size.
+void Absences::receive(const xcb_randr_notify_event_t& event) {
     if (event.subCode != XCB_RANDR_NOTIFY_OUTPUT_CHANGE)
         return;
     const xcb_randr_output_change_t& change = event.u.oc;
     if (change.connection == XCB_RANDR_CONNECTION_DISCONNECTED)
-        add(change.output);
+        ++counts_[change.output];
     if (change.mode == XCB_NONE)
         dark_.try_emplace(change.output, Dark{event.sequence, screenSizes_});
     else if (const auto dark = dark_.extract(change.output))
         if (dark.mapped().sequence != event.sequence ||
             dark.mapped().screenSizes + 1 != screenSizes_)
-            add(change.output);
+            ++counts_[change.output];
 }
 
-void Absences::noteScreen(PixelSize size) {
+void Absences::setScreen(PixelSize size) {
     if (std::exchange(screen_, size) != size)
         ++screenSizes_;
 }

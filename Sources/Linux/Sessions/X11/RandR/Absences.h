@@ -9,15 +9,12 @@
 
 namespace tessary {
 
-/// How often each output was gone: its display unplugged, or turned off. Events tell it also where
-/// a look at the displays comes too late, when all is as it was.
+/// How often each output was gone by the events: its display unplugged, or turned off. Also where
+/// all is as it was when the configuration is read.
 class Absences {
 public:
-    void note(const xcb_randr_notify_event_t& event);
-    void noteScreen(PixelSize size);
-
-    /// The output was seen without its display.
-    void add(xcb_randr_output_t output) { ++counts_[output]; }
+    void receive(const xcb_randr_notify_event_t& event);
+    void setScreen(PixelSize size);
 
     std::uint32_t count(xcb_randr_output_t output) const;
 

@@ -1,9 +1,7 @@
 #include "Linux/Sessions/X11/RandR/Configuration.h"
 
 #include "Linux/Sessions/X11/RandR/ConfigurationDetails.h"
-#include "Linux/Sessions/X11/RandR/ModeRate.h"
-#include "Linux/Sessions/X11/RandR/Questions.h"
-#include "Linux/Sessions/X11/Reply.h"
+#include "Linux/Sessions/X11/Replies.h"
 #include "Linux/Sessions/X11/XConnection.h"
 
 #include <algorithm>
@@ -133,6 +131,18 @@ bool readScreen(const XConnection& x, Configuration& result) {
 }
 
 } // namespace
+
+double modeRate(std::uint32_t dotClock, std::uint16_t horizontalTotal, std::uint16_t verticalTotal,
+                bool isDoubleScan, bool isInterlaced) {
+    if (dotClock == 0 || horizontalTotal == 0 || verticalTotal == 0)
+        return 0;
+    double lines = verticalTotal;
+    if (isDoubleScan)
+        lines *= 2;
+    if (isInterlaced)
+        lines /= 2;
+    return dotClock / (horizontalTotal * lines);
+}
 
 const CrtcState* Configuration::crtc(xcb_randr_crtc_t id) const {
     return found(crtcs, id);

@@ -77,6 +77,12 @@ struct ModeTiming {
     friend bool operator==(const ModeTiming&, const ModeTiming&) = default;
 };
 
+/// Frames per second as the user sees them: a double-scan mode sends each line twice, an interlaced
+/// one half of the lines at a time. `dotClock` is in hertz, the totals are in pixels and lines,
+/// with their blanking. 0 when any of them is 0.
+double modeRate(std::uint32_t dotClock, std::uint16_t horizontalTotal, std::uint16_t verticalTotal,
+                bool isDoubleScan, bool isInterlaced);
+
 struct SizeRange {
     PixelSize least;
     PixelSize most;
@@ -126,7 +132,7 @@ std::optional<Configuration> readConfiguration(const XConnection& connection);
 /// Has the server look at its hardware anew, which may take seconds.
 void probeHardware(const XConnection& connection);
 
-/// The active displays of a configuration.
+/// The active displays of a configuration, without what `described` fills in.
 DisplayRecords displaysOf(const Configuration& configuration);
 
 } // namespace tessary

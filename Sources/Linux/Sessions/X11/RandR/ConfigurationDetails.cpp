@@ -1,13 +1,12 @@
 #include "Linux/Sessions/X11/RandR/ConfigurationDetails.h"
 
-#include "Linux/Sessions/X11/RandR/Questions.h"
-#include "Linux/Sessions/X11/Reply.h"
+#include "Linux/Sessions/X11/Atoms.h"
+#include "Linux/Sessions/X11/Replies.h"
 #include "Linux/Sessions/X11/XConnection.h"
 
 #include <algorithm>
-#include <array>
 #include <optional>
-#include <string_view>
+#include <string>
 
 namespace tessary {
 
@@ -63,20 +62,6 @@ std::string atomName(const XConnection& x, xcb_atom_t atom) {
     return {name.begin(), name.end()};
 }
 
-std::array<xcb_atom_t, 3> atoms(const XConnection& x, std::array<std::string_view, 3> names) {
-    std::array<xcb_intern_atom_cookie_t, 3> cookies{};
-    for (std::size_t i = 0; i < names.size(); ++i)
-        cookies[i] = xcb_intern_atom(x.get(), 1, static_cast<std::uint16_t>(names[i].size()),
-                                     names[i].data());
-    std::array<xcb_atom_t, 3> result{};
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        const XReply<xcb_intern_atom_reply_t> reply(
-            xcb_intern_atom_reply(x.get(), cookies[i], nullptr));
-        result[i] = reply ? reply->atom : XCB_NONE;
-    }
-    return result;
-}
-
 } // namespace
 
 void readCrtcDetails(const XConnection& x, std::vector<CrtcState>& crtcs) {
@@ -102,8 +87,7 @@ void readCrtcDetails(const XConnection& x, std::vector<CrtcState>& crtcs) {
 }
 
 void readOutputDetails(const XConnection& x, std::vector<OutputState>& outputs) {
-    const auto [edidAtom, typeAtom, nonDesktopAtom] =
-        atoms(x, {"EDID", "ConnectorType", "non-desktop"});
+    const auto atoms = atomsNamed(x.get(), {"EDID", "ConnectorType", "non-desktop"});
     std::vector<OutputState*> active;
     for (OutputState& output : outputs)
         if (output.isConnected && output.crtc != XCB_NONE)
@@ -114,9 +98,9 @@ void readOutputDetails(const XConnection& x, std::vector<OutputState>& outputs) 
                 x.get(), output->id, property, XCB_GET_PROPERTY_TYPE_ANY, 0, longestProperty, 0, 0);
         });
     };
-    const auto edids = asked(edidAtom);
-    const auto types = asked(typeAtom);
-    const auto purposes = asked(nonDesktopAtom);
+    const auto edids = asked(atoms[0]);
+    const auto types = asked(atoms[1]);
+    const auto purposes = asked(atoms[2]);
     for (std::size_t i = 0; i < active.size(); ++i) {
         if (const auto edid = propertyReply(x, edids[i]); edid && edid->format == 8)
             active[i]->edid.assign(xcb_randr_get_output_property_data(edid.get()),

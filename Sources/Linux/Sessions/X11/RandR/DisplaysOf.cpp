@@ -1,10 +1,6 @@
 // Which displays a configuration makes: what the contract answers, from what RandR reports.
-#include "Linux/Displays/Edid.h"
+#include "Linux/Displays/Identity.h"
 #include "Linux/Sessions/X11/RandR/Configuration.h"
-
-#include <algorithm>
-#include <map>
-#include <string_view>
 
 namespace tessary {
 
@@ -17,30 +13,10 @@ ModeRecord recordOf(const ModeTiming& mode, const CrtcState& crtc) {
             false};
 }
 
-/// Whether the display is part of the computer. Drivers that do not tell the connector's type name
-/// the connector after it.
+/// Drivers that do not tell the connector's type name the connector after it.
 bool isBuiltin(const OutputState& output) {
-    if (!output.connectorType.empty())
-        return output.connectorType == "Panel";
-    const std::string_view name = output.name;
-    return name.starts_with("eDP") || name.starts_with("LVDS") || name.starts_with("DSI");
-}
-
-void identify(DisplayRecord& display, const OutputState& output) {
-    display.isBuiltin = isBuiltin(output);
-    const auto identity = parseEdid(output.edid);
-    if (!identity) { // virtual machines, dummy outputs: told apart by their connectors
-        display.serial = connectorHash(output.name);
-        if (!display.isBuiltin)
-            display.name = output.name;
-        return;
-    }
-    display.vendor = identity->vendor;
-    display.model = identity->model;
-    display.serial = identity->serial;
-    display.name = identity->name;
-    if (!display.name && !display.isBuiltin)
-        display.name = output.name;
+    return output.connectorType.empty() ? isBuiltinConnector(output.name)
+                                        : output.connectorType == "Panel";
 }
 
 DisplayRecord displayOf(const OutputState& output, const CrtcState& crtc,
@@ -48,8 +24,10 @@ DisplayRecord displayOf(const OutputState& output, const CrtcState& crtc,
     DisplayRecord display;
     display.id = output.id;
     display.connector = output.name;
+    display.edid = output.edid;
+    display.isBuiltin = isBuiltin(output);
+    display.isMain = output.id == configuration.primary;
     display.frame = crtc.frame;
-    identify(display, output);
     if (const ModeTiming* mode = configuration.mode(crtc.mode))
         display.current = recordOf(*mode, crtc);
     for (std::size_t i = 0; i < output.modes.size(); ++i)
@@ -73,29 +51,6 @@ bool standsForFrame(const OutputState& output, const PixelRect& frame,
     return standing == &output;
 }
 
-/// The primary one; else the one at the origin; else the first.
-void chooseMain(DisplayRecords& displays, xcb_randr_output_t primary) {
-    auto main = std::ranges::find(displays, primary, &DisplayRecord::id);
-    if (main == displays.end())
-        main = std::ranges::find_if(displays, [](const DisplayRecord& display) {
-            return display.frame.x == 0 && display.frame.y == 0;
-        });
-    if (main == displays.end())
-        main = displays.begin();
-    if (main != displays.end())
-        main->isMain = true;
-}
-
-void numberEqualNames(DisplayRecords& displays) {
-    std::map<std::string, std::vector<DisplayRecord*>> bearers;
-    for (DisplayRecord& display : displays)
-        if (display.name)
-            bearers[*display.name].push_back(&display);
-    for (const auto& [name, sharing] : bearers)
-        for (std::size_t i = 0; sharing.size() > 1 && i < sharing.size(); ++i)
-            sharing[i]->name = name + " (" + std::to_string(i + 1) + ")";
-}
-
 } // namespace
 
 DisplayRecords displaysOf(const Configuration& configuration) {
@@ -104,8 +59,6 @@ DisplayRecords displaysOf(const Configuration& configuration) {
         if (const CrtcState* crtc = configuration.shownBy(output);
             crtc != nullptr && standsForFrame(output, crtc->frame, configuration))
             displays.push_back(displayOf(output, *crtc, configuration));
-    chooseMain(displays, configuration.primary);
-    numberEqualNames(displays);
     return displays;
 }
 

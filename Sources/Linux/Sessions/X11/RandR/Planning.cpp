@@ -12,8 +12,8 @@ namespace {
 
 using CrtcIds = std::vector<xcb_randr_crtc_t>;
 
-/// What somebody sees at one place: by one CRTC, or by several with exactly the same frame, which
-/// are one display.
+/// What is shown at one place: by one CRTC, or by several with exactly the same frame, which are
+/// one display.
 struct Area {
     PixelRect frame;
     CrtcIds crtcs;
@@ -96,7 +96,7 @@ void place(CrtcState& crtc, const PixelRect& frame) {
     crtc.frame = frame;
 }
 
-/// Gives one display its mode, unscaled, and everybody their new place. False when that is not
+/// Gives one display its mode, unscaled, and all displays their new places. False when that is not
 /// possible.
 bool change(Configuration& configuration, const ModeChange& wanted) {
     const OutputState* output = configuration.output(wanted.display);

@@ -1,6 +1,7 @@
 #include "Linux/Sessions/X11/RandR/Transaction.h"
 
-#include "Linux/Sessions/X11/Reply.h"
+#include "Linux/Sessions/X11/Pointer.h"
+#include "Linux/Sessions/X11/Replies.h"
 #include "Linux/Sessions/X11/XConnection.h"
 
 #include <algorithm>
@@ -29,9 +30,8 @@ enum class TurnOff {
 /// The requests of one transition, sent as they are made; the answers are read afterwards.
 class Batch {
 public:
-    Batch(XConnection& x, const Configuration& before, const Configuration& after,
-          const Density& density)
-        : x_(x), before_(before), after_(after), density_(density) {
+    Batch(const XConnection& x, const Transition& transition, const Density& density)
+        : x_(x), before_(transition.before), after_(transition.after), density_(density) {
         xcb_grab_server(x_.get());
         selectEvents(x_, Selection::none); // what we do ourselves is no news
     }
@@ -53,19 +53,19 @@ public:
                              static_cast<std::int16_t>(after.y));
     }
 
-    Outcome finish() {
+    Outcome finish(Pointer& pointer) {
         selectEvents(x_, Selection::changes);
-        x_.setLayoutChange(xcb_ungrab_server(x_.get()).sequence);
+        pointer.setLayoutChange(xcb_ungrab_server(x_.get()).sequence);
         xcb_flush(x_.get());
         Outcome outcome = Outcome::done;
         for (const auto cookie : crtcCookies_)
-            note(outcome, crtcOutcome(cookie));
+            add(crtcOutcome(cookie), outcome);
         // The replies above prove that the server is past these requests: no further round trip.
         for (const auto cookie : screenCookies_)
             if (const XReply<xcb_generic_error_t> error{xcb_request_check(x_.get(), cookie)})
                 screenWasRefused_ = true;
         if (screenWasRefused_)
-            note(outcome, Outcome::refused);
+            add(Outcome::refused, outcome);
         return outcome;
     }
 
@@ -99,7 +99,7 @@ private:
                 set(crtc);
     }
 
-    static void note(Outcome& outcome, Outcome next) {
+    static void add(Outcome next, Outcome& outcome) {
         if (outcome != Outcome::stale && next != Outcome::done)
             outcome = next;
     }
@@ -185,7 +185,7 @@ private:
         }
     }
 
-    XConnection& x_;
+    const XConnection& x_;
     const Configuration& before_;
     const Configuration& after_;
     const Density& density_;
@@ -200,12 +200,12 @@ struct Attempt {
     bool screenWasRefused = false;
 };
 
-Attempt attempt(XConnection& connection, const Transition& transition, const Density& density,
-                TurnOff turnOff) {
-    Batch batch(connection, transition.before, transition.after, density);
+Attempt attempt(const XConnection& connection, Pointer& pointer, const Transition& transition,
+                const Density& density, TurnOff turnOff) {
+    Batch batch(connection, transition, density);
     batch.changeScreen(turnOff);
     batch.movePointer(transition);
-    const Outcome outcome = batch.finish();
+    const Outcome outcome = batch.finish(pointer);
     return {outcome, batch.screenWasRefused()};
 }
 
@@ -217,14 +217,15 @@ xcb_timestamp_t configurationTime(const XConnection& x) {
 }
 
 /// Whatever the failed attempt did: everything that it may have touched is set once more.
-void putBack(XConnection& connection, const Transition& transition, const Density& density) {
+void putBack(const XConnection& connection, Pointer& pointer, const Transition& transition,
+             const Density& density) {
     Configuration old = transition.before;
     old.time = configurationTime(connection); // a stale one would be refused again
-    std::optional<PointerMove> pointer;
+    std::optional<PointerMove> move;
     if (transition.pointer)
-        pointer = {transition.pointer->after, transition.pointer->before};
-    const Transition back{transition.after, old, pointer};
-    attempt(connection, back, density, TurnOff::whatChanges);
+        move = {transition.pointer->after, transition.pointer->before};
+    const Transition back{transition.after, old, move};
+    attempt(connection, pointer, back, density, TurnOff::whatChanges);
 }
 
 } // namespace
@@ -238,17 +239,18 @@ void selectEvents(const XConnection& connection, Selection selection) {
                            selection == Selection::changes ? changes : std::uint16_t{0});
 }
 
-Outcome carryOut(XConnection& connection, const Transition& transition, const Density& density) {
+Outcome carryOut(const XConnection& connection, Pointer& pointer, const Transition& transition,
+                 const Density& density) {
     const PixelSize room = roomForBoth(transition.before.screen, transition.after.screen);
     const bool hasRoom = transition.after.screenRange.contains(room);
-    auto [outcome, screenWasRefused] =
-        attempt(connection, transition, density, hasRoom ? TurnOff::nothing : TurnOff::whatChanges);
+    const TurnOff turnOff = hasRoom ? TurnOff::nothing : TurnOff::whatChanges;
+    auto [outcome, screenWasRefused] = attempt(connection, pointer, transition, density, turnOff);
     if (screenWasRefused) {
-        putBack(connection, transition, density);
-        outcome = attempt(connection, transition, density, TurnOff::whatChanges).outcome;
+        putBack(connection, pointer, transition, density);
+        outcome = attempt(connection, pointer, transition, density, TurnOff::whatChanges).outcome;
     }
     if (outcome != Outcome::done)
-        putBack(connection, transition, density);
+        putBack(connection, pointer, transition, density);
     return outcome;
 }
 

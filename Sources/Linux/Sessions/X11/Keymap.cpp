@@ -1,6 +1,7 @@
-#include "Linux/Sessions/X11/ModifierMap.h"
+#include "Linux/Sessions/X11/Keymap.h"
 
-#include "Linux/Sessions/X11/Reply.h"
+#include "Linux/HotKeys/KeyCodes.h"
+#include "Linux/Sessions/X11/Replies.h"
 #include "Linux/Sessions/X11/XConnection.h"
 #include "Linux/Sessions/X11/Xkb.h"
 #include "Platform/Carbon.h"
@@ -23,9 +24,9 @@ constexpr xcb_keysym_t superRightSym = 0xFFEC;
 
 /// The two tables of the core protocol: which key codes carry which modifier, and which symbols a
 /// key code has.
-class Keymap {
+class CoreKeymap {
 public:
-    explicit Keymap(const XConnection& x) {
+    explicit CoreKeymap(const XConnection& x) {
         const auto* setup = xcb_get_setup(x.get());
         firstKey_ = setup->min_keycode;
         const auto modifiersCookie = xcb_get_modifier_mapping(x.get());
@@ -68,22 +69,42 @@ private:
     XReply<xcb_get_keyboard_mapping_reply_t> symbols_;
 };
 
-} // namespace
-
-std::optional<ModifierMap> ModifierMap::read(const XConnection& connection) {
-    const Keymap keymap(connection);
-    if (!keymap.isComplete())
-        return std::nullopt;
-    ModifierMap map{keymap.modifiersOf({altLeftSym, altRightSym}),
-                    keymap.modifiersOf({superLeftSym, superRightSym}),
-                    keymap.modifiersOf({numLockSym}), keymap.modifiersOf({scrollLockSym}), 0};
-    const unsigned known = XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_CONTROL | map.option | map.command;
-    map.otherLocks =
-        static_cast<std::uint16_t>(lockedModifiers(connection) & ~(known | map.locks()));
-    return map;
+/// Of what the server does not tell, every key means what it is.
+std::vector<std::uint8_t> readKeysWithOtherMeaning(const XConnection& connection) {
+    std::vector<xcb_keycode_t> keys;
+    for (const SecondKey& key : secondKeys())
+        keys.push_back(static_cast<xcb_keycode_t>(key.hardwareKey + firstServerKey));
+    const auto symbols = plainSymbols(connection, keys);
+    std::vector<std::uint8_t> result;
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        const SecondKey& key = secondKeys()[i];
+        // In every group, since a grab holds whichever the user has chosen.
+        if (std::ranges::any_of(symbols[i], [&](auto symbol) { return symbol != key.symbol; }))
+            result.push_back(key.hardwareKey);
+    }
+    return result;
 }
 
-std::optional<std::uint16_t> ModifierMap::xModifiers(std::uint32_t carbonModifiers) const {
+} // namespace
+
+std::optional<Keymap> Keymap::read(const XConnection& connection) {
+    const CoreKeymap core(connection);
+    if (!core.isComplete())
+        return std::nullopt;
+    Keymap keymap;
+    keymap.option = core.modifiersOf({altLeftSym, altRightSym});
+    keymap.command = core.modifiersOf({superLeftSym, superRightSym});
+    keymap.numLock = core.modifiersOf({numLockSym});
+    keymap.scrollLock = core.modifiersOf({scrollLockSym});
+    const unsigned known =
+        XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_CONTROL | keymap.option | keymap.command;
+    keymap.otherLocks =
+        static_cast<std::uint16_t>(lockedModifiers(connection) & ~(known | keymap.locks()));
+    keymap.keysWithOtherMeaning = readKeysWithOtherMeaning(connection);
+    return keymap;
+}
+
+std::optional<std::uint16_t> Keymap::xModifiers(std::uint32_t carbonModifiers) const {
     struct Row {
         std::uint32_t carbon;
         std::uint16_t x;
@@ -100,11 +121,11 @@ std::optional<std::uint16_t> ModifierMap::xModifiers(std::uint32_t carbonModifie
     return static_cast<std::uint16_t>(bits);
 }
 
-std::uint16_t ModifierMap::locks() const {
+std::uint16_t Keymap::locks() const {
     return static_cast<std::uint16_t>(XCB_MOD_MASK_LOCK | numLock | scrollLock | otherLocks);
 }
 
-std::vector<std::uint16_t> ModifierMap::lockSubsets() const {
+std::vector<std::uint16_t> Keymap::lockSubsets() const {
     std::vector<std::uint16_t> subsets;
     for (unsigned subset = 0; subset <= locks(); ++subset)
         if ((subset & ~unsigned{locks()}) == 0)
@@ -112,7 +133,7 @@ std::vector<std::uint16_t> ModifierMap::lockSubsets() const {
     return subsets;
 }
 
-std::uint16_t ModifierMap::withoutLocks(std::uint16_t state) const {
+std::uint16_t Keymap::withoutLocks(std::uint16_t state) const {
     constexpr unsigned modifierBits = 0xFF;
     return static_cast<std::uint16_t>(state & modifierBits & ~unsigned{locks()});
 }

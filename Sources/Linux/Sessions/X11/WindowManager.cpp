@@ -1,11 +1,12 @@
-#include "Linux/Desktop/Windows/WindowManager.h"
-
-#include "Linux/Sessions/X11/Atom.h"
-#include "Linux/Sessions/X11/Reply.h"
+// What a session on an X server asks of its window manager.
+#include "Linux/Sessions/X11/Atoms.h"
+#include "Linux/Sessions/X11/Replies.h"
+#include "Linux/Sessions/X11/X11Session.h"
 
 #include <QDeadlineTimer>
 #include <QGuiApplication>
 #include <QThread>
+#include <QWidget>
 
 #include <algorithm>
 #include <chrono>
@@ -14,17 +15,15 @@
 #include <string_view>
 #include <vector>
 
-#include <xcb/xcb.h>
-
 namespace tessary {
 
 namespace {
 
-/// Panels, which carry the user's wishes; applications may be refused.
+/// A panel, whose requests are the user's; those of applications may be refused.
 constexpr std::uint32_t fromPanel = 2;
 
 /// The toolkit's connection: a request must not arrive before the window that it is about.
-xcb_connection_t* connection() {
+xcb_connection_t* toolkitConnection() {
     const auto* x = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
     return x != nullptr ? x->connection() : nullptr;
 }
@@ -72,10 +71,10 @@ void send(xcb_connection_t* x, xcb_window_t window, std::string_view type, std::
 } // namespace
 
 // The toolkit learns of it only from an event, when the window has its place already.
-QMargins frameOf(const QWidget& window) {
+QMargins X11Session::frameOf(const QWidget& window) {
     using namespace std::chrono_literals;
     constexpr std::size_t sides = 4;
-    auto* x = connection();
+    auto* x = toolkitConnection();
     if (x == nullptr)
         return {};
     const auto id = static_cast<xcb_window_t>(window.winId());
@@ -96,9 +95,9 @@ QMargins frameOf(const QWidget& window) {
     return {units(0), units(2), units(1), units(3)};
 }
 
-void moveToCurrentDesktop(const QWidget& window) {
+void X11Session::moveToCurrentDesktop(const QWidget& window) {
     constexpr std::uint32_t allDesktops = ~0U;
-    auto* x = connection();
+    auto* x = toolkitConnection();
     if (x == nullptr)
         return;
     const auto id = static_cast<xcb_window_t>(window.winId());
@@ -110,8 +109,8 @@ void moveToCurrentDesktop(const QWidget& window) {
 
 // The time of the user's last action, which an application would have to tell here, is that of a
 // click into the panel, which the toolkit has not seen.
-void takeFocus(const QWidget& window) {
-    if (auto* x = connection())
+void X11Session::takeFocus(const QWidget& window) {
+    if (auto* x = toolkitConnection())
         send(x, static_cast<xcb_window_t>(window.winId()), "_NET_ACTIVE_WINDOW", fromPanel,
              XCB_CURRENT_TIME);
 }
