@@ -1,7 +1,7 @@
 #include "Linux/Sessions/X11/KeyGrabs.h"
 
 #include "Linux/HotKeys/KeyCodes.h"
-#include "Linux/Sessions/X11/Replies.h"
+#include "Linux/Sessions/X11/Connection/Replies.h"
 #include "Linux/Sessions/X11/Xkb.h"
 #include "Platform/Foundation.h"
 

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "Linux/HotKeys/HotKeySource.h"
+#include "Linux/Sessions/X11/Connection/Pointer.h"
+#include "Linux/Sessions/X11/Connection/XConnection.h"
 #include "Linux/Sessions/X11/Keymap.h"
 #include "Linux/Sessions/X11/OlderPresses.h"
-#include "Linux/Sessions/X11/Pointer.h"
-#include "Linux/Sessions/X11/XConnection.h"
 
 #include <cstdint>
 #include <deque>

@@ -1,8 +1,8 @@
 #include "Linux/Sessions/X11/Keymap.h"
 
 #include "Linux/HotKeys/KeyCodes.h"
-#include "Linux/Sessions/X11/Replies.h"
-#include "Linux/Sessions/X11/XConnection.h"
+#include "Linux/Sessions/X11/Connection/Replies.h"
+#include "Linux/Sessions/X11/Connection/XConnection.h"
 #include "Linux/Sessions/X11/Xkb.h"
 #include "Platform/Carbon.h"
 

@@ -1,7 +1,7 @@
 #include "Linux/Sessions/X11/OlderPresses.h"
 
-#include "Linux/Sessions/X11/Replies.h"
-#include "Linux/Sessions/X11/XConnection.h"
+#include "Linux/Sessions/X11/Connection/Replies.h"
+#include "Linux/Sessions/X11/Connection/XConnection.h"
 #include "Platform/Foundation.h"
 
 #include <xcb/xinput.h>

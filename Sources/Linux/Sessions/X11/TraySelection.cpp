@@ -1,7 +1,7 @@
 #include "Linux/Sessions/X11/TraySelection.h"
 
-#include "Linux/Sessions/X11/Atoms.h"
-#include "Linux/Sessions/X11/Replies.h"
+#include "Linux/Sessions/X11/Connection/Atoms.h"
+#include "Linux/Sessions/X11/Connection/Replies.h"
 
 #include <string>
 #include <utility>

@@ -1,6 +1,6 @@
 // What a session on an X server asks of its window manager.
-#include "Linux/Sessions/X11/Atoms.h"
-#include "Linux/Sessions/X11/Replies.h"
+#include "Linux/Sessions/X11/Connection/Atoms.h"
+#include "Linux/Sessions/X11/Connection/Replies.h"
 #include "Linux/Sessions/X11/X11Session.h"
 
 #include <QDeadlineTimer>

@@ -1,8 +1,8 @@
 #include "Linux/Sessions/X11/X11Session.h"
 
-#include "Linux/Sessions/X11/Atoms.h"
-#include "Linux/Sessions/X11/Replies.h"
-#include "Linux/Sessions/X11/XEventSource.h"
+#include "Linux/Sessions/X11/Connection/Atoms.h"
+#include "Linux/Sessions/X11/Connection/Replies.h"
+#include "Linux/Sessions/X11/Connection/XEventSource.h"
 #include "Platform/Foundation.h"
 
 #include <QGuiApplication>

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "Linux/Session.h"
+#include "Linux/Sessions/X11/Connection/Pointer.h"
+#include "Linux/Sessions/X11/Connection/XConnection.h"
 #include "Linux/Sessions/X11/KeyGrabs.h"
-#include "Linux/Sessions/X11/Pointer.h"
 #include "Linux/Sessions/X11/RandR/RandRDriver.h"
 #include "Linux/Sessions/X11/TraySelection.h"
-#include "Linux/Sessions/X11/XConnection.h"
 
 namespace tessary {
 

@@ -1,7 +1,7 @@
 #include "Linux/Sessions/X11/Xkb.h"
 
-#include "Linux/Sessions/X11/Replies.h"
-#include "Linux/Sessions/X11/XConnection.h"
+#include "Linux/Sessions/X11/Connection/Replies.h"
+#include "Linux/Sessions/X11/Connection/XConnection.h"
 
 #define explicit                                                                                   \
     explicitMember // NOLINT: a keyword of this language, a member's name in that header

@@ -1,8 +1,8 @@
 #include "Linux/Sessions/X11/RandR/ConfigurationDetails.h"
 
-#include "Linux/Sessions/X11/Atoms.h"
-#include "Linux/Sessions/X11/Replies.h"
-#include "Linux/Sessions/X11/XConnection.h"
+#include "Linux/Sessions/X11/Connection/Atoms.h"
+#include "Linux/Sessions/X11/Connection/Replies.h"
+#include "Linux/Sessions/X11/Connection/XConnection.h"
 
 #include <algorithm>
 #include <optional>

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "Linux/Displays/DisplayDriver.h"
-#include "Linux/Sessions/X11/Pointer.h"
+#include "Linux/Sessions/X11/Connection/Pointer.h"
+#include "Linux/Sessions/X11/Connection/XConnection.h"
 #include "Linux/Sessions/X11/RandR/Absences.h"
 #include "Linux/Sessions/X11/RandR/Configuration.h"
 #include "Linux/Sessions/X11/RandR/Transaction.h"
-#include "Linux/Sessions/X11/XConnection.h"
 
 #include <memory>
 #include <utility>

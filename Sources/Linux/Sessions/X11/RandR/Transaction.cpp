@@ -1,8 +1,8 @@
 #include "Linux/Sessions/X11/RandR/Transaction.h"
 
-#include "Linux/Sessions/X11/Pointer.h"
-#include "Linux/Sessions/X11/Replies.h"
-#include "Linux/Sessions/X11/XConnection.h"
+#include "Linux/Sessions/X11/Connection/Pointer.h"
+#include "Linux/Sessions/X11/Connection/Replies.h"
+#include "Linux/Sessions/X11/Connection/XConnection.h"
 
 #include <algorithm>
 #include <cmath>

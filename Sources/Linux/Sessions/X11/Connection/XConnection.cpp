@@ -1,6 +1,6 @@
-#include "Linux/Sessions/X11/XConnection.h"
+#include "Linux/Sessions/X11/Connection/XConnection.h"
 
-#include "Linux/Sessions/X11/Replies.h"
+#include "Linux/Sessions/X11/Connection/Replies.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
-#include "Linux/Sessions/X11/Atoms.h"
+#include "Linux/Sessions/X11/Connection/Atoms.h"
 
-#include "Linux/Sessions/X11/Replies.h"
+#include "Linux/Sessions/X11/Connection/Replies.h"
 
 #include <cstdint>
 

@@ -1,4 +1,4 @@
-#include "Linux/Sessions/X11/XEventSource.h"
+#include "Linux/Sessions/X11/Connection/XEventSource.h"
 
 #include <QAbstractEventDispatcher>
 #include <QMetaObject>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Linux/Sessions/X11/XConnection.h"
+#include "Linux/Sessions/X11/Connection/XConnection.h"
 
 #include <QObject>
 #include <QSocketNotifier>
