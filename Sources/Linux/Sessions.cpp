@@ -46,7 +46,7 @@ bool Session::open() {
         }
     if (environment("WAYLAND_DISPLAY").empty())
         return false;
-    NSLog("tessary: the displays and keys of this session cannot be reached");
+    NSLog("tessary: the displays and keys of this Wayland session cannot be reached");
     return true;
 }
 

@@ -126,9 +126,11 @@ TEST_F(PanelIcon, SecondStartHandsOverToTheFirstUnlessThatRunsOnAnotherServer) {
     Tessary first(*this, programOnBus());
     ASSERT_TRUE(client_.waitUntil([this] { return !home_.settings().empty(); }));
     const auto settings = home_.settings();
+    server_.signal(SIGSTOP); // which a second start does not need
     ChildProcess second(programOnBus());
     EXPECT_EQ(second.wait(), 0);
     EXPECT_EQ(second.lines(), Words());
+    server_.signal(SIGCONT);
     EXPECT_EQ(home_.settings(), settings);
     EXPECT_EQ(panel.activate(), "") << "a desktop's launcher names no display";
     EXPECT_EQ(panel.activate({{QStringLiteral("display"), QStringLiteral(":7777")}}),
@@ -151,6 +153,17 @@ TEST_F(PanelIcon, SecondStartHandsOverToTheFirstUnlessThatRunsOnAnotherServer) {
     first.signal(SIGCONT);
     EXPECT_EQ(first.end(), 0);
     EXPECT_EQ(first.lines(), Words());
+}
+
+TEST_F(PanelIcon, StandsInASessionWhoseDisplaysAndKeysCannotBeReached) {
+    Panel panel(bus_);
+    ChildProcess tessary(
+        home_.commandOn("", {bus_.environment(), "WAYLAND_DISPLAY=wayland-7", TESSARY_PROGRAM}));
+    EXPECT_TRUE(tessary.waitForLine("tessary: the displays and keys of this Wayland session.*"));
+    EXPECT_TRUE(tessary.waitForLine("TSY: failed to register F14 .status -9879."));
+    ASSERT_TRUE(panel.hasIcon());
+    EXPECT_NE(panel.openedMenu().find("Settings…"), std::string::npos);
+    EXPECT_EQ(tessary.end(), 0);
 }
 
 } // namespace
