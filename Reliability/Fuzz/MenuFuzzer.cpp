@@ -39,7 +39,10 @@ public:
 
     std::shared_ptr<NSMenuItem> item(int depth) {
         const std::string title(1, data->ConsumeIntegralInRange('a', 'c'));
-        auto item = std::make_shared<NSMenuItem>(title, NSMenuItem::Action(self, chosen), "");
+        const auto choose = [this](const NSMenuItem& chosen) {
+            choices.push_back(meaningOf(chosen));
+        };
+        auto item = std::make_shared<NSMenuItem>(title, choose, "");
         item->setRepresentedObject(RepresentedObject(data->ConsumeIntegralInRange(0, 2)));
         item->setEnabled(data->ConsumeBool());
         item->setState(data->ConsumeBool() ? NSControlStateValue::on : NSControlStateValue::off);
@@ -54,12 +57,7 @@ public:
         return {item.title(), *item.representedObject().as<int>()};
     }
 
-    static void chosen(void* program, const NSMenuItem& item) {
-        static_cast<Program*>(program)->choices.push_back(meaningOf(item));
-    }
-
     FuzzedDataProvider* data = nullptr;
-    std::weak_ptr<void> self;
     std::vector<Meaning> choices;
 };
 
@@ -209,7 +207,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     FuzzedDataProvider data(bytes, size);
     const auto program = std::make_shared<Program>();
     program->data = &data;
-    program->self = program;
     const auto menu = std::make_shared<NSMenu>();
     program->fill(*menu, 1);
     menu->setDelegate(program);

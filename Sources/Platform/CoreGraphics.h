@@ -44,7 +44,10 @@ struct CGRect {
 
 /// Whether `point` lies in `rect`. The minimum edges belong to the rectangle, the maximum edges do
 /// not.
-bool CGRectContainsPoint(const CGRect& rect, const CGPoint& point);
+inline bool CGRectContainsPoint(const CGRect& rect, const CGPoint& point) {
+    return point.x >= rect.origin.x && point.x < rect.origin.x + rect.size.width &&
+           point.y >= rect.origin.y && point.y < rect.origin.y + rect.size.height;
+}
 
 /// One mode of a display, immutable. Made by the display service only.
 struct CGDisplayMode {

@@ -1,63 +1,16 @@
-// The declarative toolkit: models that tell when they change, forms as plain values, and the
-// controller that keeps a form up to date. Main thread only.
+// Forms as plain values, which the program builds and the platform shows. Main thread only.
 #pragma once
 
 #include "Platform/AppKit/NSDrawing.h"
 #include "Platform/AppKit/NSView.h"
 
 #include <cstddef>
-#include <cstdint>
 #include <functional>
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
-#include <utility>
 #include <variant>
 #include <vector>
-
-/// A model that tells its subscribers before anything of it changes.
-class ObservableObject {
-public:
-    using Token = std::uint64_t;
-
-    /// Has `willChange` called before each change, until `unsubscribe`.
-    Token subscribe(std::function<void()> willChange);
-    void unsubscribe(Token token);
-
-    /// Tells the subscribers, in the order of their subscription.
-    void sendWillChange() const;
-
-    ObservableObject(const ObservableObject&) = delete;
-    ObservableObject& operator=(const ObservableObject&) = delete;
-
-protected:
-    ObservableObject() = default;
-    ~ObservableObject() = default;
-
-private:
-    std::map<Token, std::function<void()>> subscribers_;
-    Token lastToken_ = 0;
-};
-
-/// A property of a model. Every assignment tells the model's subscribers first, also one of an
-/// equal value.
-template <typename T>
-class Published {
-public:
-    Published(ObservableObject& owner, T value) : owner_(owner), value_(std::move(value)) {}
-
-    const T& get() const { return value_; }
-
-    void set(T value) {
-        owner_.sendWillChange();
-        value_ = std::move(value);
-    }
-
-private:
-    ObservableObject& owner_;
-    T value_;
-};
 
 namespace Forms {
 
@@ -172,39 +125,3 @@ struct Form {
 };
 
 } // namespace Forms
-
-/// Keeps a form up to date with its model. A change of the model only marks it; it is built again
-/// once, later, from the main queue, or before somebody looks at it.
-class NSHostingController : public std::enable_shared_from_this<NSHostingController> {
-public:
-    using RootView = std::function<Forms::Form()>;
-
-    /// `rootView` builds the form from the model.
-    static std::shared_ptr<NSHostingController> make(RootView rootView,
-                                                     std::shared_ptr<ObservableObject> model);
-    ~NSHostingController();
-
-    /// The form as the model is now.
-    const Forms::Form& form();
-
-    /// Has `render` called now and whenever the form was built again. For the platform's window.
-    void setRenderer(std::function<void(const Forms::Form& form)> render);
-
-    /// Builds the form again if the model has changed.
-    void rebuildIfNeeded();
-
-    NSHostingController(const NSHostingController&) = delete;
-    NSHostingController& operator=(const NSHostingController&) = delete;
-
-private:
-    NSHostingController(RootView rootView, std::shared_ptr<ObservableObject> model);
-
-    void modelWillChange();
-
-    RootView rootView_;
-    std::shared_ptr<ObservableObject> model_;
-    ObservableObject::Token subscription_ = 0;
-    bool needsRebuild_ = true;
-    Forms::Form form_;
-    std::function<void(const Forms::Form&)> render_;
-};

@@ -19,11 +19,11 @@ using NSData = std::vector<std::uint8_t>;
 /// Writes one line to the log. Never fails.
 void NSLog(std::string_view line);
 
-/// The user's settings of this application. Every read answers what the database holds now, whoever
-/// wrote it. Every write holds for the reads at once; all writes of one event are saved together
-/// when it has been handled. What cannot be saved then is kept and tried again, with one line in
-/// the log. Writes that follow a boolean which was found false, in the same event, are dropped
-/// should that answer prove wrong because the database could not be read. Main thread only.
+/// The user's settings of this application. Every read answers what the database holds now,
+/// whichever program wrote it. Every write holds for the reads at once; all writes of one event are
+/// saved together when it has been handled. What cannot be saved then is kept and tried again, with
+/// one line in the log. Writes that follow a boolean which was found false, in the same event, are
+/// dropped should that answer prove wrong because the database could not be read. Main thread only.
 class NSUserDefaults {
 public:
     /// The application's database, opened on first use and kept for the life of the process.
@@ -33,14 +33,14 @@ public:
     /// the database cannot be read, what was known last.
     std::optional<NSData> dataForKey(std::string_view key) const;
 
-    /// Stores data under `key`, replacing whatever was there.
+    /// Stores data under `key`, replacing what was there.
     void setObject(const NSData& data, std::string_view key);
 
     /// The boolean under `key`; false when the key is absent or holds another type of value. While
     /// the database cannot be read, what was known last.
     bool boolForKey(std::string_view key) const;
 
-    /// Stores a boolean under `key`, replacing whatever was there.
+    /// Stores a boolean under `key`, replacing what was there.
     void setBool(bool value, std::string_view key);
 
     /// Deletes `key`. An absent one is no failure.

@@ -17,7 +17,7 @@ void AppDelegate::applicationDidFinishLaunching() {
     setUpStatusItem();
     reloadHotkeys();
     DisplayManager::startObserving();
-    UpdateController::shared(); // runs from launch on, whether or not anybody opens the menu
+    UpdateController::shared(); // starts the updater, which must not wait for the menu
 
     // Both observers stay for the rest of the process.
     auto& center = NSNotificationCenter::defaultCenter();

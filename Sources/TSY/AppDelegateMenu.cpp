@@ -21,13 +21,7 @@ std::shared_ptr<NSMenuItem> disabledItem(std::string title) {
 std::string slotTitle(Slot slot, const std::optional<ModeSpec>& preset) {
     if (preset)
         return "Switch to " + sizeText(*preset);
-    return std::string(slot == Slot::one ? "Resolution 1" : "Resolution 2") + " — not set";
-}
-
-/// Whether a display that runs `current` shows the preset, at whatever rate.
-bool isShown(const ModeSpec& preset, const std::optional<ModeSpec>& current) {
-    return current && current->width == preset.width && current->height == preset.height &&
-           current->isHiDPI == preset.isHiDPI;
+    return std::string(slot.title()) + " — not set";
 }
 
 NSControlStateValue checkmark(bool isOn) {
@@ -38,14 +32,15 @@ NSControlStateValue checkmark(bool isOn) {
 
 template <auto command>
 NSMenuItem::Action AppDelegate::action() {
-    return {
-        weak_from_this(), [](void* target, const NSMenuItem& sender) {
-            auto& self = *static_cast<AppDelegate*>(target);
-            if constexpr (std::is_invocable_v<decltype(command), AppDelegate&, decltype(sender)>)
-                (self.*command)(sender);
-            else
-                (self.*command)();
-        }};
+    return [weak = weak_from_this()](const NSMenuItem& sender) {
+        const auto self = weak.lock();
+        if (self == nullptr)
+            return;
+        if constexpr (std::is_invocable_v<decltype(command), AppDelegate&, decltype(sender)>)
+            (*self.*command)(sender);
+        else
+            (*self.*command)();
+    };
 }
 
 void AppDelegate::setUpStatusItem() {
@@ -100,15 +95,14 @@ std::shared_ptr<NSMenuItem> AppDelegate::slotItem(Slot slot, const Display& disp
     auto item = std::make_shared<NSMenuItem>(slotTitle(slot, preset),
                                              action<&AppDelegate::applySlot>(), "");
     item->setRepresentedObject(RepresentedObject(std::string(slot.rawValue())));
-    item->setImage(NSImage::imageWithSystemSymbolName(slot == Slot::one ? "1.square" : "2.square",
-                                                      std::nullopt));
+    item->setImage(NSImage::imageWithSystemSymbolName(slot.symbolName(), std::nullopt));
     item->setEnabled(preset.has_value());
     if (const auto shortcut = Settings::shared().shortcut(slot)) {
         item->setKeyEquivalent(shortcut->menuKeyEquivalent());
         item->setKeyEquivalentModifierMask(shortcut->modifiers);
     }
-    if (preset)
-        item->setState(checkmark(isShown(*preset, DisplayManager::currentSpec(display.id))));
+    const auto current = preset ? DisplayManager::currentSpec(display.id) : std::nullopt;
+    item->setState(checkmark(current && current->hasSameSizeAndDensity(*preset)));
     return item;
 }
 

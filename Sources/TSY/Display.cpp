@@ -4,8 +4,8 @@ namespace tsy {
 
 namespace {
 
-/// Mixes one more field into a hash. The multiplier is the 64-bit golden ratio, whose product
-/// spreads neighbouring numbers over the whole word.
+/// Mixes one more field into a hash. A product with the 64-bit golden ratio spreads neighbouring
+/// numbers over the whole word.
 std::size_t mixed(std::size_t hash, std::uint64_t field) {
     constexpr std::uint64_t goldenRatio = 0x9E3779B97F4A7C15;
     const std::uint64_t product = (hash ^ field) * goldenRatio;

@@ -4,6 +4,7 @@
 #include "Platform/CoreGraphics.h"
 #include "Platform/Foundation.h"
 
+#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -28,7 +29,16 @@ struct ModeSpec {
     /// Nothing when `data` is not the JSON form of a mode with all its members.
     static std::optional<ModeSpec> fromJSON(const NSData& data);
 
-    friend bool operator==(const ModeSpec&, const ModeSpec&) = default;
+    bool hasSameSize(const ModeSpec& other) const {
+        return width == other.width && height == other.height;
+    }
+    bool hasSameSizeAndDensity(const ModeSpec& other) const {
+        return hasSameSize(other) && isHiDPI == other.isHiDPI;
+    }
+
+    /// By the fields in their order, so that the larger mode, of one size that of high density, and
+    /// of one density the faster one is the greater one.
+    friend auto operator<=>(const ModeSpec&, const ModeSpec&) = default;
 };
 
 /// "1920 × 1080", as titles and labels begin, with memory for `room` bytes that will follow.

@@ -1,15 +1,14 @@
 #include "TSY/DisplayManager.h"
 
 #include "Platform/AppKit/NSEvent.h"
-#include "Platform/CoreGraphics.h"
 #include "Platform/Foundation.h"
 
 #include <algorithm>
 #include <any>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <string>
-#include <utility>
 
 namespace tsy::DisplayManager {
 
@@ -115,6 +114,10 @@ std::optional<Display> displayUnderPointer() {
     const auto displays = connectedDisplays();
     if (auto display = displayHolding(pointer, displays))
         return display;
+    return mainDisplay(displays);
+}
+
+std::optional<Display> mainDisplay(const std::vector<Display>& displays) {
     if (displays.empty())
         return std::nullopt;
     const auto main = std::ranges::find_if(displays, &Display::isMain);
@@ -123,17 +126,11 @@ std::optional<Display> displayUnderPointer() {
 
 std::optional<DisplayMode> resolve(const ModeSpec& preset, CGDirectDisplayID display) {
     const auto catalogue = modes(display);
-    const auto sameSize = [&preset](const ModeSpec& spec) {
-        return spec.width == preset.width && spec.height == preset.height;
-    };
-    const auto sameSizeAndDensity = [&](const ModeSpec& spec) {
-        return sameSize(spec) && spec.isHiDPI == preset.isHiDPI;
-    };
     auto entry = std::ranges::find(catalogue, preset, &DisplayMode::spec);
-    if (entry == catalogue.end())
-        entry = std::ranges::find_if(catalogue, sameSizeAndDensity, &DisplayMode::spec);
-    if (entry == catalogue.end())
-        entry = std::ranges::find_if(catalogue, sameSize, &DisplayMode::spec);
+    for (const auto isSimilar : {&ModeSpec::hasSameSizeAndDensity, &ModeSpec::hasSameSize})
+        if (entry == catalogue.end())
+            entry = std::ranges::find_if(catalogue, std::bind_front(isSimilar, preset),
+                                         &DisplayMode::spec);
     return entry != catalogue.end() ? std::optional(*entry) : std::nullopt;
 }
 

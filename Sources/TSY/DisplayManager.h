@@ -26,6 +26,9 @@ std::vector<Display> connectedDisplays();
 /// The display that the screen shows; nothing when its description does not say.
 std::optional<CGDirectDisplayID> displayID(const NSScreen& screen);
 
+/// The main one of `displays`, else the first. Nothing when there is none.
+std::optional<Display> mainDisplay(const std::vector<Display>& displays);
+
 /// The display that the pointer is on, else the main one, else the first. Nothing only when none is
 /// connected.
 std::optional<Display> displayUnderPointer();

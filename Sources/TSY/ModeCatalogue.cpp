@@ -3,28 +3,18 @@
 
 #include <algorithm>
 #include <cmath>
-#include <memory_resource>
+#include <functional>
 #include <string_view>
-#include <unordered_map>
-#include <utility>
 
 namespace tsy::DisplayManager {
 
 namespace {
 
-struct Candidate {
+/// A mode of the service, small enough to sort by moving it.
+struct Entry {
     ModeSpec spec;
-    CGDisplayModeRef cg;
+    const CGDisplayModeRef* cg; ///< in the service's list
 };
-
-/// The best mode so far of each size and density, filed under its spec with refresh rate 0. Its
-/// memory is given back in one piece.
-using WorkingTable = std::pmr::unordered_map<ModeSpec, Candidate>;
-
-ModeSpec withoutRefreshRate(ModeSpec spec) {
-    spec.refreshRate = 0;
-    return spec;
-}
 
 /// Whole hertz, halves away from zero; 0 for a rate that is no finite number or fits no 64-bit
 /// integer.
@@ -40,50 +30,19 @@ ModeSpec specOf(const CGDisplayMode& mode) {
             roundedRefreshRate(CGDisplayModeGetRefreshRate(mode))};
 }
 
-WorkingTable bestModes(const std::vector<CGDisplayModeRef>& modes,
-                       std::pmr::memory_resource& memory) {
-    WorkingTable table(&memory);
-    table.reserve(modes.size());
-    for (const CGDisplayModeRef& mode : modes) {
-        if (!CGDisplayModeIsUsableForDesktopGUI(*mode))
-            continue;
-        const ModeSpec spec = specOf(*mode);
-        const auto [entry, isNew] = table.try_emplace(withoutRefreshRate(spec));
-        if (isNew || entry->second.spec.refreshRate < spec.refreshRate)
-            entry->second = {spec, mode};
-    }
-    return table;
-}
-
-bool isSameSize(const ModeSpec& left, const ModeSpec& right) {
-    return left.width == right.width && left.height == right.height;
-}
-
-/// The order of the catalogue.
-bool standsBefore(const ModeSpec& left, const ModeSpec& right) {
-    // 1. larger width
-    if (left.width != right.width)
-        return left.width > right.width;
-    // 2. larger height
-    if (left.height != right.height)
-        return left.height > right.height;
-    // 3. high density; size and density are never both equal
-    return left.isHiDPI && !right.isHiDPI;
-}
-
-/// An entry of the table, small enough to sort by moving it.
-struct Entry {
-    ModeSpec spec;
-    const CGDisplayModeRef* cg; ///< in the table
-};
-
-/// Sorted before the labels are made, which would be dear to move.
-std::vector<Entry> sorted(const WorkingTable& table) {
+/// The best mode of each size and density, the largest first. Sorted before the labels are made,
+/// which would cost much to move.
+std::vector<Entry> bestModes(const std::vector<CGDisplayModeRef>& modes) {
     std::vector<Entry> entries;
-    entries.reserve(table.size());
-    for (const auto& [key, candidate] : table)
-        entries.push_back({candidate.spec, &candidate.cg});
-    std::ranges::sort(entries, standsBefore, &Entry::spec);
+    entries.reserve(modes.size());
+    for (const CGDisplayModeRef& mode : modes)
+        if (CGDisplayModeIsUsableForDesktopGUI(*mode))
+            entries.push_back({specOf(*mode), &mode});
+    // Of equal ones the service's first one counts.
+    std::ranges::stable_sort(entries, std::ranges::greater{}, &Entry::spec);
+    const auto others =
+        std::ranges::unique(entries, &ModeSpec::hasSameSizeAndDensity, &Entry::spec);
+    entries.erase(others.begin(), others.end());
     return entries;
 }
 
@@ -123,17 +82,14 @@ std::vector<DisplayMode> modes(CGDirectDisplayID display) {
         display, {{kCGDisplayShowDuplicateLowResolutionModes, kCFBooleanTrue}});
     if (!all)
         return {};
-    constexpr std::size_t bytesPerMode = 128; // of the table, a little too much
-    std::pmr::monotonic_buffer_resource memory(1 + all->size() * bytesPerMode);
-    const WorkingTable table = bestModes(*all, memory);
-    const std::vector<Entry> entries = sorted(table);
+    const std::vector<Entry> entries = bestModes(*all);
 
     std::vector<DisplayMode> catalogue;
     catalogue.reserve(entries.size());
     LabelParts parts{.refreshRate = haveSeveralRefreshRates(entries)};
     for (const auto& [spec, cg] : entries) {
         // of one size, the high-density mode stands right before the other one
-        parts.lowResolution = !catalogue.empty() && isSameSize(catalogue.back().spec, spec);
+        parts.lowResolution = !catalogue.empty() && catalogue.back().spec.hasSameSize(spec);
         catalogue.push_back({spec, *cg, labelOf(spec, parts)});
     }
     return catalogue;

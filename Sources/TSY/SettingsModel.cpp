@@ -14,14 +14,6 @@ SPUUpdater& updater() {
     return UpdateController::shared().controller().updater();
 }
 
-/// The display to edit when none is selected; 0 when none is connected.
-CGDirectDisplayID preferredDisplay(const std::vector<Display>& displays) {
-    const auto main = std::ranges::find_if(displays, &Display::isMain);
-    if (main != displays.end())
-        return main->id;
-    return displays.empty() ? 0 : displays.front().id;
-}
-
 } // namespace
 
 std::shared_ptr<SettingsModel> SettingsModel::make() {
@@ -80,7 +72,7 @@ void SettingsModel::reloadDisplays() {
     for (const Display& display : displays())
         Settings::shared().seedIfNeeded(display);
     if (!selectedDisplay())
-        setSelectedDisplayID(preferredDisplay(displays()));
+        setSelectedDisplayID(DisplayManager::mainDisplay(displays()).value_or(Display{}).id);
     reloadModes(); // also when the selection stayed: its display may offer others by now
 }
 

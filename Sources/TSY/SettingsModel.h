@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/Forms.h"
 #include "Platform/Foundation.h"
+#include "Platform/ObservableObject.h"
 #include "TSY/Display.h"
 #include "TSY/Shortcut.h"
 #include "TSY/Slot.h"

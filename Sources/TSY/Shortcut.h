@@ -1,6 +1,7 @@
 // A global keyboard shortcut, with the program's keyboard vocabulary. Pure computation.
 #pragma once
 
+#include "Platform/AppKit/NSEvent.h"
 #include "Platform/Foundation.h"
 
 #include <cstdint>
@@ -9,17 +10,9 @@
 
 namespace tsy {
 
-/// Bits of `Shortcut::modifiers`, in the positions of the platform's event modifier flags.
-namespace ModifierFlags {
-inline constexpr std::uint64_t shift = 1U << 17U;
-inline constexpr std::uint64_t control = 1U << 18U;
-inline constexpr std::uint64_t option = 1U << 19U;
-inline constexpr std::uint64_t command = 1U << 20U;
-} // namespace ModifierFlags
-
 struct Shortcut {
-    std::uint16_t keyCode = 0;   ///< virtual key code: a place on the keyboard, whatever the layout
-    std::uint64_t modifiers = 0; ///< bits without a name in `ModifierFlags` are kept and ignored
+    std::uint16_t keyCode = 0; ///< virtual key code: a place on the keyboard, in every layout
+    NSEventModifierFlags modifiers = 0; ///< of other bits than the four keys' none counts; all stay
 
     /// The symbols of the modifiers: control, option, shift, command.
     std::string modifierString() const;

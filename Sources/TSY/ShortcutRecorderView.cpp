@@ -17,7 +17,8 @@ constexpr std::uint16_t forwardDeleteKey = 117;
 
 /// The others, among them Caps Lock, are no part of a shortcut.
 constexpr NSEventModifierFlags modifierMask =
-    ModifierFlags::shift | ModifierFlags::control | ModifierFlags::option | ModifierFlags::command;
+    NSEventModifierFlagShift | NSEventModifierFlagControl | NSEventModifierFlagOption |
+    NSEventModifierFlagCommand;
 
 constexpr NSEventMask keyEvents =
     NSEventMaskFromType(NSEventType::keyDown) | NSEventMaskFromType(NSEventType::flagsChanged);
@@ -27,7 +28,7 @@ constexpr NSEventMask clickEvents = NSEventMaskFromType(NSEventType::leftMouseDo
 /// Any other key would be lost for typing.
 bool canBeGlobal(const Shortcut& shortcut) {
     return Shortcut::isFunctionKey(shortcut.keyCode) ||
-           (shortcut.modifiers & ~ModifierFlags::shift) != 0;
+           (shortcut.modifiers & ~NSEventModifierFlagShift) != 0;
 }
 
 bool clears(const Shortcut& pressed) {
@@ -125,7 +126,7 @@ bool ShortcutRecorderView::handle(const NSEvent& event) {
     } else {
         record(pressed);
     }
-    return true; // whatever became of it, nobody else is to act on the key
+    return true; // in each case: a key that was recorded must do nothing else
 }
 
 void ShortcutRecorderView::record(const Shortcut& candidate) {

@@ -48,12 +48,10 @@ Forms::View SlotRow::modePicker() const {
 }
 
 Forms::View SlotRow::body() const {
-    const bool isFirst = slot == Slot::one;
-    const Forms::Text title{.text = isFirst ? "Resolution 1" : "Resolution 2",
-                            .wording = Forms::Wording::verbatim};
+    const Forms::Text title{.text = std::string(slot.title()), .wording = Forms::Wording::verbatim};
     return {Forms::LabeledContent{
         .label = {{Forms::Label{
-            .systemImage = isFirst ? "1.square" : "2.square",
+            .systemImage = std::string(slot.symbolName()),
             .imageColor = std::nullopt,
             .title = {{title}},
         }}},

@@ -195,12 +195,10 @@ TEST_F(DBusMenuTest, AnOpeningRebuildsOnceWhateverTheHostSays) {
 }
 
 TEST_F(DBusMenuTest, OnlyClicksOnEnabledEntriesThatAreStillThereAct) {
-    const auto chosen = std::make_shared<std::string>();
+    std::string chosen;
     const auto acting = [&chosen](const std::string& title) {
-        const auto note = [](void* target, const NSMenuItem& sender) {
-            *static_cast<std::string*>(target) += sender.title();
-        };
-        return std::make_shared<NSMenuItem>(title, NSMenuItem::Action(chosen, note), "");
+        const auto note = [&chosen](const NSMenuItem& sender) { chosen += sender.title(); };
+        return std::make_shared<NSMenuItem>(title, note, "");
     };
     show({acting("A"), disabled(acting("B")), parent(acting("C"), {}), NSMenuItem::separatorItem(),
           item("D")});
@@ -208,11 +206,11 @@ TEST_F(DBusMenuTest, OnlyClicksOnEnabledEntriesThatAreStillThereAct) {
     for (const int id : {0, 1, 2, 3, 4, 5, 6, 1, 6})
         events.push_back({id, QStringLiteral("clicked")});
     EXPECT_EQ(shown->handleGroup(events), QList<int>{6});
-    EXPECT_EQ(*chosen, "") << "before the host has its answer";
+    EXPECT_EQ(chosen, "") << "before the host has its answer";
     reopen({acting("E")});
     EXPECT_EQ(shown->handleGroup(events), (QList<int>{1, 2, 3, 4, 5})) << "of a menu that is gone";
     QCoreApplication::processEvents();
-    EXPECT_EQ(*chosen, "AE") << "also an entry that has left the menu since";
+    EXPECT_EQ(chosen, "AE") << "also an entry that has left the menu since";
     entries = {};
     const auto [updatesNeeded, unknownIds] = shown->aboutToShowGroup({6, 1, 0, 6, 0, 1});
     EXPECT_EQ(updatesNeeded, QList<int>{0});

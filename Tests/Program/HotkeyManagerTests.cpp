@@ -8,7 +8,7 @@ tsy::HotkeyManager& manager = tsy::HotkeyManager::shared();
 
 /// Requests a key with the command key, whose presses the log then names.
 void request(std::uint16_t keyCode, const char* line) {
-    manager.register_({keyCode, tsy::ModifierFlags::command}, [line] { state.note(line); });
+    manager.register_({keyCode, NSEventModifierFlagCommand}, [line] { state.note(line); });
 }
 
 TEST_F(Hotkeys, ComeBackInOrderUnderNewNumbersAfterASuspension) {

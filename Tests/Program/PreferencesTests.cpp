@@ -7,9 +7,9 @@ namespace {
 
 using Mode = CGDisplayMode;
 
-constexpr auto shift = tsy::ModifierFlags::shift;
-constexpr auto command = tsy::ModifierFlags::command;
-constexpr NSEventModifierFlags capsLock = 1U << 16U;
+constexpr auto shift = NSEventModifierFlagShift;
+constexpr auto command = NSEventModifierFlagCommand;
+constexpr auto capsLock = NSEventModifierFlagCapsLock;
 
 const std::string note =
     "---\n"

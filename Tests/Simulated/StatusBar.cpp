@@ -20,8 +20,7 @@ std::string imageText(const std::shared_ptr<NSImage>& image) {
 std::string keyText(const NSMenuItem& item) {
     if (item.keyEquivalent().empty())
         return "";
-    constexpr NSEventModifierFlags command = 1U << 20U;
-    const auto mask = item.keyEquivalentModifierMask().value_or(command);
+    const auto mask = item.keyEquivalentModifierMask().value_or(NSEventModifierFlagCommand);
     const std::pair<unsigned, const char*> symbols[]{{18, "⌃"}, {19, "⌥"}, {17, "⇧"}, {20, "⌘"}};
     std::string text = " ";
     for (const auto& [bit, symbol] : symbols)
@@ -50,7 +49,7 @@ std::string chosen(const NSMenu& menu, const std::string& title) {
         if (item->submenu() != nullptr) {
             text += chosen(*item->submenu(), title);
         } else if (item->action() && (title.empty() || item->title() == title)) {
-            item->action().send(*item);
+            item->action()(*item);
             text += item->title() + ": " + state.takeLog() + "\n";
         }
     return text;

@@ -13,7 +13,7 @@ public:
     /// The event loop has started.
     virtual void applicationDidFinishLaunching() = 0;
 
-    /// The program is about to end, for whatever reason but a crash.
+    /// The program is about to end, for any reason but a crash.
     virtual void applicationWillTerminate() = 0;
 
     /// The user has started the program while it runs. The answer tells whether the platform may do

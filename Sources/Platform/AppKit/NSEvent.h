@@ -10,8 +10,14 @@
 
 class NSWindow;
 
-/// Modifier keys: shift is bit 17, control 18, option 19, command 20; others may be set too.
+/// The modifier keys that are down. Other bits than these may be set, too.
 using NSEventModifierFlags = std::uint64_t;
+
+inline constexpr NSEventModifierFlags NSEventModifierFlagCapsLock = 1U << 16U;
+inline constexpr NSEventModifierFlags NSEventModifierFlagShift = 1U << 17U;
+inline constexpr NSEventModifierFlags NSEventModifierFlagControl = 1U << 18U;
+inline constexpr NSEventModifierFlags NSEventModifierFlagOption = 1U << 19U;
+inline constexpr NSEventModifierFlags NSEventModifierFlagCommand = 1U << 20U;
 
 /// The numbers are the places of their bits in an event mask.
 enum class NSEventType : std::uint8_t {

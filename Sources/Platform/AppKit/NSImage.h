@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 /// A picture that the system draws.
 class NSImage {
@@ -25,7 +26,8 @@ public:
     void setTemplate(bool isTemplate) { isTemplate_ = isTemplate; }
 
 private:
-    NSImage(std::string_view symbolName, std::optional<std::string> accessibilityDescription);
+    NSImage(std::string_view symbolName, std::optional<std::string> accessibilityDescription)
+        : symbolName_(symbolName), accessibilityDescription_(std::move(accessibilityDescription)) {}
 
     std::string symbolName_;
     std::optional<std::string> accessibilityDescription_;

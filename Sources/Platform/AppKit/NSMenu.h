@@ -6,8 +6,7 @@
 #include "Platform/AppKit/NSImage.h"
 
 #include <any>
-#include <cstddef>
-#include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -51,36 +50,22 @@ private:
 /// One entry of a menu. It shows the states that were set: nothing enables it automatically.
 class NSMenuItem {
 public:
-    /// What happens when the user chooses an entry: a call of a target, which it does not own.
-    class Action {
-    public:
-        using Selector = void (*)(void* target, const NSMenuItem& sender);
-
-        /// Nothing happens.
-        Action(std::nullptr_t = nullptr) {} // NOLINT(google-explicit-constructor): stands for none
-
-        Action(std::weak_ptr<void> target, Selector selector)
-            : target_(std::move(target)), selector_(selector) {}
-
-        explicit operator bool() const { return selector_ != nullptr; }
-
-        /// Calls the target if that still exists.
-        void send(const NSMenuItem& sender) const {
-            if (const auto target = target_.lock())
-                selector_(target.get(), sender);
-        }
-
-    private:
-        std::weak_ptr<void> target_;
-        Selector selector_ = nullptr;
-    };
+    /// What happens when the user chooses the entry `sender`.
+    using Action = std::function<void(const NSMenuItem& sender)>;
 
     /// An enabled entry without a mark. Without an action choosing it does nothing. `keyEquivalent`
     /// is one character or empty; keys without a character have one of the range U+F700 to U+F8FF.
-    NSMenuItem(std::string title, Action action, std::string keyEquivalent);
+    NSMenuItem(std::string title, Action action, std::string keyEquivalent)
+        : title_(std::move(title)),
+          action_(std::move(action)),
+          keyEquivalent_(std::move(keyEquivalent)) {}
 
     /// A line between entries.
-    static std::shared_ptr<NSMenuItem> separatorItem();
+    static std::shared_ptr<NSMenuItem> separatorItem() {
+        auto item = std::make_shared<NSMenuItem>("", nullptr, "");
+        item->isSeparator_ = true;
+        return item;
+    }
 
     bool isSeparatorItem() const { return isSeparator_; }
     const std::string& title() const { return title_; }
@@ -134,7 +119,7 @@ class NSMenuDelegate {
 public:
     virtual ~NSMenuDelegate() = default;
 
-    /// The menu is about to be shown, and whatever it holds afterwards will be. Once per opening.
+    /// The menu is about to be shown, as it is after this call. Once per opening.
     virtual void menuWillOpen(NSMenu& menu) = 0;
 };
 

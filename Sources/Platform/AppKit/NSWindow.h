@@ -1,9 +1,10 @@
 #pragma once
 
-#include "Platform/Forms.h"
+#include "Platform/AppKit/NSHostingController.h"
 
 #include <memory>
 #include <string>
+#include <utility>
 
 /// Told about a window's life, on the main thread.
 class NSWindowDelegate {
@@ -84,7 +85,10 @@ public:
     const std::shared_ptr<NSWindow>& window() const { return window_; }
 
     /// Shows the window, if there is one.
-    void showWindow();
+    void showWindow() {
+        if (window_ != nullptr)
+            window_->makeKeyAndOrderFront();
+    }
 
     NSWindowController(const NSWindowController&) = delete;
     NSWindowController& operator=(const NSWindowController&) = delete;

@@ -58,7 +58,7 @@ void addAll(const MenuEntry& entry, std::vector<const MenuEntry*>& group) {
 void click(const std::shared_ptr<const NSMenuItem>& item) {
     if (item == nullptr || !item->isEnabled() || item->submenu() != nullptr || !item->action())
         return;
-    DispatchQueue::mainAsync([item] { item->action().send(*item); });
+    DispatchQueue::mainAsync([item] { item->action()(*item); });
 }
 
 } // namespace

@@ -14,8 +14,10 @@ struct ModifierName {
 };
 
 /// Event modifier flags, and what the D-Bus menu protocol calls them.
-constexpr auto modifierNames = std::to_array<ModifierName>(
-    {{1U << 18U, "Control"}, {1U << 19U, "Alt"}, {1U << 17U, "Shift"}, {1U << 20U, "Super"}});
+constexpr auto modifierNames = std::to_array<ModifierName>({{NSEventModifierFlagControl, "Control"},
+                                                            {NSEventModifierFlagOption, "Alt"},
+                                                            {NSEventModifierFlagShift, "Shift"},
+                                                            {NSEventModifierFlagCommand, "Super"}});
 
 struct KeyName {
     char16_t character = 0;

@@ -38,9 +38,8 @@ void add(QMenu& widget, const std::shared_ptr<NSMenuItem>& item) {
         action->setIcon(
             symbolIcon(item->image()->symbolName(), widget.palette().color(QPalette::WindowText)));
     if (item->action())
-        QObject::connect(action, &QAction::triggered, action, [item] {
-            DispatchQueue::mainAsync([item] { item->action().send(*item); });
-        });
+        QObject::connect(action, &QAction::triggered, action,
+                         [item] { DispatchQueue::mainAsync([item] { item->action()(*item); }); });
 }
 
 void fill(QMenu& widget, const NSMenu& menu) {

@@ -1,20 +1,8 @@
-#include "Platform/Forms.h"
+#include "Platform/AppKit/NSHostingController.h"
 
 #include "Platform/Foundation.h"
 
-ObservableObject::Token ObservableObject::subscribe(std::function<void()> willChange) {
-    subscribers_.emplace(++lastToken_, std::move(willChange));
-    return lastToken_;
-}
-
-void ObservableObject::unsubscribe(Token token) {
-    subscribers_.erase(token);
-}
-
-void ObservableObject::sendWillChange() const {
-    for (const auto& [token, willChange] : subscribers_)
-        willChange();
-}
+#include <utility>
 
 std::shared_ptr<NSHostingController>
 NSHostingController::make(RootView rootView, std::shared_ptr<ObservableObject> model) {
