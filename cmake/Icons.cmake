@@ -1,22 +1,23 @@
 # add_symbol_pixmaps(target): draws the symbols for panels that do not find them in an icon theme, and
-# embeds them in the target as :/symbols/<name>/<size>.png. Linux/Desktop/Symbols names both lists too.
+# embeds them in the target as :/symbols/<name>/<size>.png, where the program finds both lists.
 find_program(RSVG_CONVERT rsvg-convert REQUIRED)
 
 function(add_symbol_pixmaps target)
   set(style ${PROJECT_SOURCE_DIR}/Packaging/icons/pixmap.css)
   set(folder ${PROJECT_BINARY_DIR}/symbols)
   set(entries "")
-  foreach(name display 1-square 2-square info-circle-fill)
+  foreach(symbol display 1.square 2.square info.circle.fill)
+    string(REPLACE . - name ${symbol})
     set(drawing ${PROJECT_SOURCE_DIR}/Packaging/icons/hicolor/symbolic/apps)
     string(APPEND drawing /org.tessary.Tessary-${name}-symbolic.svg)
-    file(MAKE_DIRECTORY ${folder}/${name})
+    file(MAKE_DIRECTORY ${folder}/${symbol})
     foreach(size 16 22 24 32 48 64)
-      add_custom_command(OUTPUT ${folder}/${name}/${size}.png DEPENDS ${drawing} ${style}
+      add_custom_command(OUTPUT ${folder}/${symbol}/${size}.png DEPENDS ${drawing} ${style}
         COMMAND ${RSVG_CONVERT} --stylesheet ${style} --width ${size} --height ${size}
-                --output ${folder}/${name}/${size}.png ${drawing}
+                --output ${folder}/${symbol}/${size}.png ${drawing}
         VERBATIM)
-      list(APPEND pixmaps ${folder}/${name}/${size}.png)
-      string(APPEND entries "<file>${name}/${size}.png</file>\n")
+      list(APPEND pixmaps ${folder}/${symbol}/${size}.png)
+      string(APPEND entries "<file>${symbol}/${size}.png</file>\n")
     endforeach()
   endforeach()
   file(CONFIGURE OUTPUT ${folder}/symbols.qrc

@@ -1,4 +1,4 @@
-#include "Linux/Store/LoginItem.h"
+#include "Linux/LoginItem/LoginItem.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>

@@ -24,9 +24,8 @@ QImage shapeOf(const QImage& pixmap, const QColor& colour) {
 template <typename Treatment>
 QIcon iconOf(std::string_view symbol, Treatment treated) {
     QIcon icon;
-    for (const int size : symbolSizes)
-        if (const auto image = QImage::fromData(symbolPixmap(symbol, size)); !image.isNull())
-            icon.addPixmap(QPixmap::fromImage(treated(image)));
+    for (const QByteArray& png : symbolPixmaps(symbol))
+        icon.addPixmap(QPixmap::fromImage(treated(QImage::fromData(png))));
     return icon;
 }
 

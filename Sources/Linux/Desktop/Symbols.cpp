@@ -1,14 +1,15 @@
 #include "Linux/Desktop/Symbols.h"
 
+#include "Linux/UserFiles.h"
+
+#include <QDir>
 #include <QFile>
 
 #include <algorithm>
-#include <cstdlib>
+#include <array>
 #include <filesystem>
-#include <sstream>
 #include <string>
 #include <system_error>
-#include <vector>
 
 namespace tessary {
 
@@ -16,32 +17,17 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr auto names =
-    std::to_array<std::string_view>({"display", "1.square", "2.square", "info.circle.fill"});
+/// In it each symbol has a folder of its pixmaps, which are named after their sizes
+/// (cmake/Icons.cmake).
+const QString pixmapFolder = QStringLiteral(":/symbols/");
 
-/// The name as our files have it, where a dot would begin an extension.
-std::string fileName(std::string_view name) {
-    std::string text(name);
-    std::ranges::replace(text, '.', '-');
-    return text;
+QString text(std::string_view name) {
+    return QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()));
 }
 
-std::string valueOf(const char* variable, const std::string& otherwise) {
-    const char* value = std::getenv(variable);
-    return value != nullptr && *value != '\0' ? value : otherwise;
-}
-
-/// The user's folder of data files and the system's ones (XDG Base Directory Specification, which
-/// has relative paths ignored).
-std::vector<fs::path> dataFolders() {
-    const std::string user = valueOf("HOME", "/") + "/.local/share";
-    const fs::path home = valueOf("XDG_DATA_HOME", user);
-    std::vector<fs::path> folders{home.is_absolute() ? home : fs::path(user)};
-    std::istringstream list(valueOf("XDG_DATA_DIRS", "/usr/local/share:/usr/share"));
-    for (std::string folder; std::getline(list, folder, ':');)
-        if (folder.starts_with('/'))
-            folders.emplace_back(folder);
-    return folders;
+QByteArray contentOf(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 bool isInTheme(const fs::path& dataFolder, const std::string& icon) {
@@ -55,11 +41,14 @@ bool isInTheme(const fs::path& dataFolder, const std::string& icon) {
 } // namespace
 
 bool isSymbol(std::string_view name) {
-    return std::ranges::find(names, name) != names.end();
+    static const auto& names = *new QStringList(QDir(pixmapFolder).entryList());
+    return names.contains(text(name));
 }
 
 QString themedIconName(std::string_view name) {
-    const std::string icon = "org.tessary.Tessary-" + fileName(name) + "-symbolic";
+    std::string symbol(name);
+    std::ranges::replace(symbol, '.', '-'); // a dot would begin an extension
+    const std::string icon = "org.tessary.Tessary-" + symbol + "-symbolic";
     const auto hasIcon = [&](const fs::path& folder) { return isInTheme(folder, icon); };
     if (!isSymbol(name) || std::ranges::none_of(dataFolders(), hasIcon))
         return {};
@@ -67,11 +56,17 @@ QString themedIconName(std::string_view name) {
 }
 
 QByteArray symbolPixmap(std::string_view name, int size) {
-    if (!isSymbol(name))
-        return {};
-    const std::string path = ":/symbols/" + fileName(name) + "/" + std::to_string(size) + ".png";
-    QFile file(QString::fromStdString(path));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    return isSymbol(name)
+               ? contentOf(pixmapFolder + text(name) + QStringLiteral("/%1.png").arg(size))
+               : QByteArray();
+}
+
+QList<QByteArray> symbolPixmaps(std::string_view name) {
+    QList<QByteArray> pixmaps;
+    if (isSymbol(name))
+        for (const QFileInfo& file : QDir(pixmapFolder + text(name)).entryInfoList())
+            pixmaps.append(contentOf(file.filePath()));
+    return pixmaps;
 }
 
 } // namespace tessary

@@ -2,15 +2,12 @@
 #pragma once
 
 #include <QByteArray>
+#include <QList>
 #include <QString>
 
-#include <array>
 #include <string_view>
 
 namespace tessary {
-
-/// The widths, and heights, of the pixmaps in pixels, ascending.
-inline constexpr auto symbolSizes = std::to_array<int>({16, 22, 24, 32, 48, 64});
 
 /// Whether the system has a symbol of that name.
 bool isSymbol(std::string_view name);
@@ -20,8 +17,11 @@ bool isSymbol(std::string_view name);
 /// such file, or no such symbol. Looks at the disk.
 QString themedIconName(std::string_view name);
 
-/// The symbol as a PNG file, white with a dark contour, which reads on any panel. Empty for other
-/// names and sizes.
+/// The symbol as a PNG file of so many pixels' width and height, white with a dark contour, which
+/// reads on any panel. Empty for other names and sizes.
 QByteArray symbolPixmap(std::string_view name, int size);
+
+/// The same in all sizes, the smallest first. Empty for other names.
+QList<QByteArray> symbolPixmaps(std::string_view name);
 
 } // namespace tessary

@@ -1,7 +1,7 @@
 #include "Linux/Store/Database.h"
 
-#include "Linux/Store/ConfigurationFolder.h"
 #include "Linux/Store/WriteSchedule.h"
+#include "Linux/UserFiles.h"
 #include "Platform/Foundation.h"
 
 #include <algorithm>

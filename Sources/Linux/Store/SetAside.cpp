@@ -1,6 +1,6 @@
 #include "Linux/Store/SetAside.h"
 
-#include "Linux/Store/PrivateFiles.h"
+#include "Linux/UserFiles.h"
 
 #include <QDateTime>
 

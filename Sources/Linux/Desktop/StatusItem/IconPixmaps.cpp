@@ -22,9 +22,8 @@ IconPixmap pixmapOf(const QByteArray& png) {
 
 IconPixmaps iconPixmaps(std::string_view symbol) {
     IconPixmaps pixmaps;
-    for (const int size : symbolSizes)
-        if (const QByteArray png = symbolPixmap(symbol, size); !png.isEmpty())
-            pixmaps.append(pixmapOf(png));
+    for (const QByteArray& png : symbolPixmaps(symbol))
+        pixmaps.append(pixmapOf(png));
     return pixmaps;
 }
 

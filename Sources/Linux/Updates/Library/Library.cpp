@@ -1,6 +1,6 @@
-#include "Linux/Updates/Library/PackageFolder.h"
 #include "Linux/Updates/Library/UpdateSession.h"
 #include "Linux/Updates/UpdateLibrary.h"
+#include "Linux/UserFiles.h"
 
 #include <QCoreApplication>
 
@@ -39,7 +39,7 @@ void check(const TessaryUpdateRequest* request) {
         .skip = [skip = request->skip](const QString& version) { skip(qUtf8Printable(version)); },
         .ended = request->ended,
         .limits = {},
-        .cacheFolder = tessary::updates::cacheFolder(),
+        .cacheFolder = tessary::cacheFolder(),
     });
 }
 

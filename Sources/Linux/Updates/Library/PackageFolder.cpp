@@ -1,13 +1,14 @@
 #include "Linux/Updates/Library/PackageFolder.h"
 
 #include "Linux/Updates/UpdateText.h"
+#include "Linux/UserFiles.h"
+
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 
 #include <array>
 #include <cerrno>
-#include <cstdlib>
 #include <memory>
 #include <system_error>
 
@@ -27,12 +28,6 @@ Failure unusable(const fs::path& folder, const QString& reason) {
 
 QString errorText() {
     return QString::fromStdString(std::generic_category().message(errno));
-}
-
-void makeFolders(const fs::path& folder) {
-    fs::path part;
-    for (const auto& name : folder)
-        ::mkdir((part /= name).c_str(), S_IRWXU);
 }
 
 /// Opens a folder, not what a link leads to; makes it when it is missing.
@@ -71,19 +66,10 @@ mode_t kindOf(const Descriptor& folder, const std::string& name) {
 
 } // namespace
 
-// Not QStandardPaths, which takes a relative path in the variable for one below the working folder.
-fs::path cacheFolder() {
-    const char* variable = std::getenv("XDG_CACHE_HOME");
-    if (variable != nullptr && variable[0] == '/')
-        return variable;
-    const char* home = std::getenv("HOME");
-    return fs::path(home != nullptr ? home : "") / ".cache";
-}
-
 std::optional<Failure> PackageFolder::open() {
     if (!cache_.is_absolute())
         return unusable(cache_, UpdateText::tr("it is no absolute path"));
-    makeFolders(cache_);
+    makePrivateFolder(cache_);
     folder_ = Descriptor(::open(cache_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (!folder_)
         return unusable(cache_, errorText());

@@ -15,10 +15,6 @@
 
 namespace tessary::updates {
 
-/// Where all programs keep what can be had again: $XDG_CACHE_HOME, or ~/.cache where that is no
-/// absolute path. It need not exist.
-std::filesystem::path cacheFolder();
-
 class PackageFolder {
 public:
     /// The one in `cache`.

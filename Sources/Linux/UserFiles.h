@@ -1,10 +1,20 @@
-// Files and folders for the user alone, whatever the umask says.
+// Where the files of the user are (XDG Base Directory Specification), and how new ones are made:
+// for the user alone, with every umask.
 #pragma once
 
 #include <filesystem>
 #include <system_error>
+#include <vector>
 
 namespace tessary {
+
+/// The folder of all programs' settings, $XDG_CONFIG_HOME or ".config" in the home folder, and that
+/// of what can be had again, $XDG_CACHE_HOME or ".cache". Absolute; they need not exist.
+std::filesystem::path configurationFolder();
+std::filesystem::path cacheFolder();
+
+/// The folders of data files, the user's own first. Absolute; they need not exist.
+std::vector<std::filesystem::path> dataFolders();
 
 /// Makes the missing ones of `folder` and its parents, each with the permissions 0700. Answers no
 /// error when the folder is there in the end.

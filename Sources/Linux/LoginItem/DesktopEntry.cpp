@@ -1,4 +1,4 @@
-#include "Linux/Store/DesktopEntry.h"
+#include "Linux/LoginItem/DesktopEntry.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -1,8 +1,8 @@
 #include "Platform/ServiceManagement.h"
 
+#include "Linux/LoginItem/LoginItem.h"
 #include "Linux/RunningProgram.h"
-#include "Linux/Store/ConfigurationFolder.h"
-#include "Linux/Store/LoginItem.h"
+#include "Linux/UserFiles.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
-#include "Linux/Store/LoginItem.h"
+#include "Linux/LoginItem/LoginItem.h"
 
-#include "Linux/Store/DesktopEntry.h"
-#include "Linux/Store/PrivateFiles.h"
+#include "Linux/LoginItem/DesktopEntry.h"
+#include "Linux/UserFiles.h"
 
 #include <QFile>
 #include <QSaveFile>
