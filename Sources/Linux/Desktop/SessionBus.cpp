@@ -49,7 +49,7 @@ SessionBus& SessionBus::shared() {
 SessionBus::SessionBus() : address_(addressOfSession()) {
     EventLoop::carryOver(*this);
     end_.setSingleShot(true);
-    QObject::connect(&end_, &QTimer::timeout, this, [this] { hasEnded(); });
+    QObject::connect(&end_, &QTimer::timeout, this, [this] { handleEnd(); });
     const auto answer = address_.empty() ? BusAnswer::none : askBus(address_, patience);
     if (answer == BusAnswer::silence)
         NSLog("tessary: the session bus does not answer; going on without it");
@@ -66,7 +66,7 @@ bool SessionBus::connect() {
     connection.connect({}, QStringLiteral("/org/freedesktop/DBus/Local"),
                        QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"),
                        &end_, SLOT(start()));
-    if (connection.isConnected()) // also after somebody listens to its end
+    if (connection.isConnected()) // asked only now, so that no end is missed
         connection_ = connection;
     else
         QDBusConnection::disconnectFromBus(connectionName);
@@ -80,7 +80,7 @@ void SessionBus::await(std::chrono::seconds pause) {
         std::thread([address = address_, looks = hasEnded_ ? minute : 0, pause] {
             std::this_thread::sleep_for(pause);
             if (waitForBus(address, looks))
-                DispatchQueue::mainAsync([] { shared().hasCome(); });
+                DispatchQueue::mainAsync([] { shared().handleArrival(); });
             else if (looks > 0)
                 DispatchQueue::mainAsync([] {
                     NSLog("tessary: the session bus has not come back; no longer waiting for it");
@@ -91,7 +91,7 @@ void SessionBus::await(std::chrono::seconds pause) {
     }
 }
 
-void SessionBus::hasCome() {
+void SessionBus::handleArrival() {
     if (connect()) {
         show(address_);
         tellObservers();
@@ -100,7 +100,7 @@ void SessionBus::hasCome() {
     }
 }
 
-void SessionBus::hasEnded() {
+void SessionBus::handleEnd() {
     NSLog("tessary: the session bus has ended; waiting for it");
     hasEnded_ = true;
     connection_.reset();

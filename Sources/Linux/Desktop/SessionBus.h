@@ -39,8 +39,8 @@ private:
 
     bool connect();
     void await(std::chrono::seconds pause = {});
-    void hasCome();
-    void hasEnded();
+    void handleArrival();
+    void handleEnd();
     void tellObservers() const;
 
     std::string address_; ///< empty: no bus is to be used
@@ -50,13 +50,10 @@ private:
     std::vector<std::function<void()>> observers_;
 };
 
-/// The interface by which all objects on a bus tell their properties.
-inline constexpr QLatin1String propertiesInterface("org.freedesktop.DBus.Properties");
-
 /// A call of one of the bus's own methods, such as RequestName.
 QDBusMessage callOfBus(const QString& method, const QVariantList& arguments);
 
-/// The same for a name that is to be ours; nobody queues for it.
+/// The same for a name that is to be ours, without a place in the queue for it.
 QDBusMessage requestForName(const QString& name);
 
 } // namespace tessary

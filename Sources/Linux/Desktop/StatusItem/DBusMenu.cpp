@@ -1,13 +1,12 @@
 #include "Linux/Desktop/StatusItem/DBusMenu.h"
 
-#include "Linux/Desktop/SessionBus.h"
-#include "Linux/Desktop/StatusItem/CallBudget.h"
+#include "Linux/Desktop/CallBudget.h"
 #include "Linux/Desktop/StatusItem/MenuMarshalling.h"
 
 #include <QDBusError>
 #include <QDBusVariant>
-#include <QVariantMap>
 
+#include <functional>
 #include <optional>
 #include <utility>
 
@@ -15,9 +14,9 @@ namespace tessary {
 
 namespace {
 
-constexpr QLatin1String menuInterface("com.canonical.dbusmenu");
+const QString menuInterface = QStringLiteral("com.canonical.dbusmenu");
 
-constexpr QLatin1String menuInterfaces(R"xml(<interface name="com.canonical.dbusmenu">
+constexpr QLatin1String menuDescription(R"xml(<interface name="com.canonical.dbusmenu">
   <property name="Version" type="u" access="read"/>
   <property name="TextDirection" type="s" access="read"/>
   <property name="Status" type="s" access="read"/>
@@ -73,23 +72,8 @@ constexpr QLatin1String menuInterfaces(R"xml(<interface name="com.canonical.dbus
 </interface>
 )xml");
 
-/// The properties of the menu itself.
-const QVariantMap& menuObjectProperties() {
-    static const auto& properties = *new QVariantMap{
-        {QStringLiteral("Version"), 3U},
-        {QStringLiteral("TextDirection"), QStringLiteral("ltr")},
-        {QStringLiteral("Status"), QStringLiteral("normal")},
-        {QStringLiteral("IconThemePath"), QStringList()},
-    };
-    return properties;
-}
-
 QDBusMessage unknownId(const QDBusMessage& call) {
     return call.createErrorReply(QDBusError::InvalidArgs, QStringLiteral("unknown menu entry"));
-}
-
-QDBusMessage unknownInterface(const QDBusMessage& call) {
-    return call.createErrorReply(QDBusError::UnknownInterface, QStringLiteral("no such interface"));
 }
 
 /// The names of the properties that are asked for; nothing when they are more than make sense.
@@ -124,15 +108,17 @@ T argument(const QDBusMessage& call, int index) {
 
 } // namespace
 
-struct DBusMenu::Method {
-    QLatin1String interface;
-    QLatin1String name;
-    QLatin1String signature;
-    QDBusMessage (DBusMenu::*answer)(const QDBusMessage& call) = nullptr;
-};
-
 DBusMenu::DBusMenu(QDBusConnection connection, QString path, std::shared_ptr<NSMenu> menu)
-    : connection_(std::move(connection)),
+    : BusObject(
+          menuInterface, menuDescription,
+          {{u"GetLayout", u"iias", std::bind_front(&DBusMenu::getLayout, this)},
+           {u"GetGroupProperties", u"aias", std::bind_front(&DBusMenu::getGroupProperties, this)},
+           {u"GetProperty", u"is", std::bind_front(&DBusMenu::getProperty, this)},
+           {u"Event", u"isvu", std::bind_front(&DBusMenu::handleEvent, this)},
+           {u"EventGroup", u"a(isvu)", std::bind_front(&DBusMenu::handleEventGroup, this)},
+           {u"AboutToShow", u"i", std::bind_front(&DBusMenu::aboutToShow, this)},
+           {u"AboutToShowGroup", u"ai", std::bind_front(&DBusMenu::aboutToShowGroup, this)}}),
+      connection_(std::move(connection)),
       path_(std::move(path)),
       menu_(std::move(menu), {[this](const auto& changes) { sendPropertiesUpdated(changes); },
                               [this](unsigned revision) { sendLayoutUpdated(revision); }}) {
@@ -144,51 +130,13 @@ DBusMenu::~DBusMenu() {
     connection_.unregisterObject(path_);
 }
 
-QString DBusMenu::introspect(const QString& /*path*/) const {
-    return menuInterfaces;
-}
-
-/// Null when there is none. A call may leave out the interface.
-const DBusMenu::Method* DBusMenu::method(const QDBusMessage& call) {
-    static const auto& methods = *new std::vector<Method>{
-        {menuInterface, QLatin1String("GetLayout"), QLatin1String("iias"), &DBusMenu::getLayout},
-        {menuInterface, QLatin1String("GetGroupProperties"), QLatin1String("aias"),
-         &DBusMenu::getGroupProperties},
-        {menuInterface, QLatin1String("GetProperty"), QLatin1String("is"), &DBusMenu::getProperty},
-        {menuInterface, QLatin1String("Event"), QLatin1String("isvu"), &DBusMenu::handleEvent},
-        {menuInterface, QLatin1String("EventGroup"), QLatin1String("a(isvu)"),
-         &DBusMenu::handleEventGroup},
-        {menuInterface, QLatin1String("AboutToShow"), QLatin1String("i"), &DBusMenu::aboutToShow},
-        {menuInterface, QLatin1String("AboutToShowGroup"), QLatin1String("ai"),
-         &DBusMenu::aboutToShowGroup},
-        {propertiesInterface, QLatin1String("Get"), QLatin1String("ss"), &DBusMenu::get},
-        {propertiesInterface, QLatin1String("GetAll"), QLatin1String("s"), &DBusMenu::getAll},
-        {propertiesInterface, QLatin1String("Set"), QLatin1String("ssv"), &DBusMenu::set},
+QVariantMap DBusMenu::properties() const {
+    return {
+        {QStringLiteral("Version"), 3U},
+        {QStringLiteral("TextDirection"), QStringLiteral("ltr")},
+        {QStringLiteral("Status"), QStringLiteral("normal")},
+        {QStringLiteral("IconThemePath"), QStringList()},
     };
-    for (const Method& method : methods)
-        if (call.member() == method.name &&
-            (call.interface().isEmpty() || call.interface() == method.interface))
-            return &method;
-    return nullptr;
-}
-
-QDBusMessage DBusMenu::answer(const QDBusMessage& call) {
-    const Method* method = DBusMenu::method(call);
-    if (method == nullptr)
-        return call.createErrorReply(QDBusError::UnknownMethod, QStringLiteral("no such method"));
-    if (call.signature() != method->signature)
-        return call.createErrorReply(
-            QDBusError::InvalidArgs,
-            QStringLiteral("expected arguments %1").arg(method->signature));
-    return (this->*method->answer)(call);
-}
-
-/// What is not for us QtDBus answers: introspection, or that there is no such interface.
-bool DBusMenu::handleMessage(const QDBusMessage& call, const QDBusConnection& connection) {
-    if (method(call) == nullptr && call.interface() != menuInterface)
-        return false;
-    CallBudget::shared().reply(call, connection, [&] { return answer(call); });
-    return true;
 }
 
 QDBusMessage DBusMenu::getLayout(const QDBusMessage& call) {
@@ -245,27 +193,6 @@ QDBusMessage DBusMenu::aboutToShowGroup(const QDBusMessage& call) {
         return CallBudget::refusal(call);
     const auto [updatesNeeded, unknownIds] = menu_.aboutToShowGroup(*ids);
     return call.createReply({QVariant::fromValue(updatesNeeded), QVariant::fromValue(unknownIds)});
-}
-
-QDBusMessage DBusMenu::get(const QDBusMessage& call) {
-    if (argument<QString>(call, 0) != menuInterface)
-        return unknownInterface(call);
-    const QVariant value = menuObjectProperties().value(argument<QString>(call, 1));
-    if (!value.isValid())
-        return call.createErrorReply(QDBusError::UnknownProperty,
-                                     QStringLiteral("no such property"));
-    return call.createReply(QVariant::fromValue(QDBusVariant(value)));
-}
-
-QDBusMessage DBusMenu::getAll(const QDBusMessage& call) {
-    if (argument<QString>(call, 0) != menuInterface)
-        return unknownInterface(call);
-    return call.createReply(menuObjectProperties());
-}
-
-QDBusMessage DBusMenu::set(const QDBusMessage& call) {
-    return call.createErrorReply(QDBusError::PropertyReadOnly,
-                                 QStringLiteral("a menu's properties can only be read"));
 }
 
 void DBusMenu::sendPropertiesUpdated(const std::vector<MenuPropertiesChange>& changes) const {

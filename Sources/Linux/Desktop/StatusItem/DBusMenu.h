@@ -1,11 +1,11 @@
 #pragma once
 
+#include "Linux/Desktop/BusObject.h"
 #include "Linux/Desktop/StatusItem/MenuExport.h"
 #include "Platform/AppKit/NSMenu.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusVirtualObject>
 #include <QString>
 #include <QStringList>
 
@@ -15,23 +15,17 @@
 namespace tessary {
 
 /// A menu on D-Bus (com.canonical.dbusmenu, version 3), for as long as this object lives.
-class DBusMenu : public QDBusVirtualObject {
+class DBusMenu : public BusObject {
 public:
-    /// Takes the object path, which must be free. On a connection that is gone nobody asks.
+    /// Takes the object path, which must be free. On a connection that is gone there are no calls.
     DBusMenu(QDBusConnection connection, QString path, std::shared_ptr<NSMenu> menu);
     ~DBusMenu() override;
-
-    QString introspect(const QString& path) const override;
-    bool handleMessage(const QDBusMessage& call, const QDBusConnection& connection) override;
 
     DBusMenu(const DBusMenu&) = delete;
     DBusMenu& operator=(const DBusMenu&) = delete;
 
 private:
-    struct Method;
-
-    static const Method* method(const QDBusMessage& call);
-    QDBusMessage answer(const QDBusMessage& call);
+    QVariantMap properties() const override;
     QDBusMessage getLayout(const QDBusMessage& call);
     QDBusMessage getGroupProperties(const QDBusMessage& call);
     QDBusMessage getProperty(const QDBusMessage& call);
@@ -39,9 +33,6 @@ private:
     QDBusMessage handleEventGroup(const QDBusMessage& call);
     QDBusMessage aboutToShow(const QDBusMessage& call);
     QDBusMessage aboutToShowGroup(const QDBusMessage& call);
-    QDBusMessage get(const QDBusMessage& call);
-    QDBusMessage getAll(const QDBusMessage& call);
-    QDBusMessage set(const QDBusMessage& call);
 
     void sendPropertiesUpdated(const std::vector<MenuPropertiesChange>& changes) const;
     void sendLayoutUpdated(unsigned revision) const;

@@ -1,7 +1,6 @@
 #include "Linux/Desktop/StatusItem/NotifierItem.h"
 
 #include "Linux/Desktop/SessionBus.h"
-#include "Linux/Desktop/StatusItem/CallBudget.h"
 #include "Linux/Desktop/StatusItem/IconPixmaps.h"
 #include "Linux/Desktop/Symbols.h"
 #include "Platform/Foundation.h"
@@ -10,7 +9,6 @@
 #include <QDBusObjectPath>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
-#include <QDBusVariant>
 
 #include <utility>
 
@@ -22,7 +20,7 @@ const QString interface = QStringLiteral("org.kde.StatusNotifierItem");
 const QString path = QStringLiteral("/StatusNotifierItem");
 const QString watcher = QStringLiteral("org.kde.StatusNotifierWatcher");
 
-constexpr QLatin1String itemInterfaces(R"xml(<interface name="org.kde.StatusNotifierItem">
+constexpr QLatin1String itemDescription(R"xml(<interface name="org.kde.StatusNotifierItem">
   <property name="Category" type="s" access="read"/>
   <property name="Id" type="s" access="read"/>
   <property name="Title" type="s" access="read"/>
@@ -60,11 +58,21 @@ constexpr QLatin1String itemInterfaces(R"xml(<interface name="org.kde.StatusNoti
 </interface>
 )xml");
 
+/// The answer to what does nothing.
+QDBusMessage acknowledged(const QDBusMessage& call) {
+    return call.createReply();
+}
+
 } // namespace
 
 NotifierItem::NotifierItem(QDBusConnection bus, std::shared_ptr<NSStatusItem> item,
                            QString menuPath, std::function<void()> openMenu)
-    : bus_(std::move(bus)),
+    : BusObject(interface, itemDescription,
+                {{u"Activate", u"ii", std::bind_front(&NotifierItem::activate, this)},
+                 {u"ContextMenu", u"ii", std::bind_front(&NotifierItem::activate, this)},
+                 {u"SecondaryActivate", u"ii", acknowledged},
+                 {u"Scroll", u"is", acknowledged}}),
+      bus_(std::move(bus)),
       service_(QStringLiteral("org.kde.StatusNotifierItem-%1-1")
                    .arg(QCoreApplication::applicationPid())),
       item_(std::move(item)),
@@ -73,6 +81,11 @@ NotifierItem::NotifierItem(QDBusConnection bus, std::shared_ptr<NSStatusItem> it
     registerIconTypes();
     bus_.registerVirtualObject(path, this);
     bus_.asyncCall(requestForName(service_)); // QDBusConnection::registerService would wait
+}
+
+QDBusMessage NotifierItem::activate(const QDBusMessage& call) const {
+    openMenu_();
+    return call.createReply();
 }
 
 QString NotifierItem::watcherService() {
@@ -118,54 +131,6 @@ QVariantMap NotifierItem::properties() const {
             // The host draws the menu on any click. Otherwise some do nothing on a left one.
             {QStringLiteral("ItemIsMenu"), true},
             {QStringLiteral("Menu"), QVariant::fromValue(QDBusObjectPath(menuPath_))}};
-}
-
-QString NotifierItem::introspect(const QString& /*path*/) const {
-    return itemInterfaces;
-}
-
-bool NotifierItem::handleMessage(const QDBusMessage& message, const QDBusConnection& bus) {
-    if (message.path() != path)
-        return false;
-    const bool isPropertyCall = message.interface() == propertiesInterface;
-    if (!isPropertyCall && !message.interface().isEmpty() && message.interface() != interface)
-        return false;
-    CallBudget::shared().reply(message, bus, [&] {
-        return isPropertyCall ? answerToPropertyCall(message) : answerToCall(message);
-    });
-    return true;
-}
-
-QDBusMessage NotifierItem::answerToPropertyCall(const QDBusMessage& message) const {
-    const QString of = message.arguments().value(0).toString();
-    if (!of.isEmpty() && of != interface)
-        return message.createErrorReply(QDBusError::UnknownInterface, of);
-    const QVariantMap all = properties();
-    if (message.member() == QLatin1String("GetAll") && message.signature() == u"s")
-        return message.createReply(QVariant(all));
-    if (message.member() == QLatin1String("Set") && message.signature() == u"ssv")
-        return message.createErrorReply(QDBusError::PropertyReadOnly, message.member());
-    if (message.member() != QLatin1String("Get") || message.signature() != u"ss")
-        return message.createErrorReply(QDBusError::InvalidArgs, message.member());
-    const auto property = all.find(message.arguments().at(1).toString());
-    if (property == all.end())
-        return message.createErrorReply(QDBusError::UnknownProperty,
-                                        message.arguments().at(1).toString());
-    return message.createReply(QVariant::fromValue(QDBusVariant(*property)));
-}
-
-QDBusMessage NotifierItem::answerToCall(const QDBusMessage& message) const {
-    const bool hasPlace = message.signature() == u"ii";
-    if (hasPlace && (message.member() == QLatin1String("Activate") ||
-                     message.member() == QLatin1String("ContextMenu"))) {
-        openMenu_();
-        return message.createReply();
-    }
-    const bool isIgnored =
-        (message.member() == QLatin1String("SecondaryActivate") && hasPlace) ||
-        (message.member() == QLatin1String("Scroll") && message.signature() == u"is");
-    return isIgnored ? message.createReply()
-                     : message.createErrorReply(QDBusError::UnknownMethod, message.member());
 }
 
 } // namespace tessary

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "Linux/Desktop/BusObject.h"
 #include "Platform/AppKit/NSStatusBar.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusVirtualObject>
 #include <QVariantMap>
 
 #include <functional>
@@ -14,9 +14,9 @@ namespace tessary {
 
 /// A status item as an object on the bus (StatusNotifierItem, freedesktop.org). The host draws its
 /// icon, and its menu from the object at `menuPath`.
-class NotifierItem : public QDBusVirtualObject {
+class NotifierItem : public BusObject {
 public:
-    /// Appears on the bus, where nobody shows it yet. `openMenu` is called where a host leaves the
+    /// Appears on the bus, where no host shows it yet. `openMenu` is called where a host leaves the
     /// menu to us.
     NotifierItem(QDBusConnection bus, std::shared_ptr<NSStatusItem> item, QString menuPath,
                  std::function<void()> openMenu);
@@ -26,13 +26,9 @@ public:
 
     static QString watcherService();
 
-    QString introspect(const QString& path) const override;
-    bool handleMessage(const QDBusMessage& message, const QDBusConnection& bus) override;
-
 private:
-    QVariantMap properties() const;
-    QDBusMessage answerToPropertyCall(const QDBusMessage& message) const;
-    QDBusMessage answerToCall(const QDBusMessage& message) const;
+    QVariantMap properties() const override;
+    QDBusMessage activate(const QDBusMessage& call) const;
 
     QDBusConnection bus_;
     QString service_;

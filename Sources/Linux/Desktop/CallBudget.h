@@ -15,8 +15,8 @@ namespace tessary {
 /// knows no limit: it queues every call that arrives, hands over all of them before the next event
 /// of the X server, and queues every answer until the bus takes it.
 ///
-/// A token bucket that is filled with time, but only while the bus takes what we send. Nobody who
-/// shows a menu to somebody empties it.
+/// A token bucket that is filled with time, but only while the bus takes what we send. Showing
+/// menus to a user never empties it.
 class CallBudget {
 public:
     /// The one that all our objects on the bus share.

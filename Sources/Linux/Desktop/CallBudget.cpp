@@ -1,4 +1,4 @@
-#include "Linux/Desktop/StatusItem/CallBudget.h"
+#include "Linux/Desktop/CallBudget.h"
 
 #include <QDBusError>
 
@@ -16,8 +16,8 @@ using std::chrono::milliseconds;
 /// What may be used at one stretch. A key press that comes meanwhile waits as long.
 constexpr milliseconds capacity{20};
 
-/// On a slow computer a call may take longer, but none counts for more, so that whoever opens a
-/// menu is always answered.
+/// On a slow computer a call may take longer, but none counts for more, so that a host which opens
+/// a menu is always answered.
 constexpr milliseconds largestCharge{1};
 
 /// The budget grows by one part in so many of the time that passes.
