@@ -46,7 +46,7 @@ fs::path runningProgram() {
     return path;
 }
 
-std::optional<fs::path> partOfOthers(const fs::path& file) {
+std::optional<fs::path> untrustedPart(const fs::path& file) {
     fs::path part;
     for (const auto& name : file)
         if (canOthersChange(part /= name))
@@ -61,7 +61,7 @@ std::optional<fs::path> installedFile(const fs::path& place) {
     auto file = program.parent_path().parent_path() / place;
     if (program.empty() || !fs::is_regular_file(file, error))
         return std::nullopt;
-    const auto part = partOfOthers(file);
+    const auto part = untrustedPart(file);
     if (!part)
         return file;
     if (refused.insert(place).second)

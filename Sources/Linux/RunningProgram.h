@@ -12,11 +12,11 @@ namespace tessary {
 std::filesystem::path runningProgram();
 
 /// The part of an absolute path, a folder on the way or the file at its end, that others than root
-/// and the user can change: it belongs to somebody else, others may write to it, or it is a
+/// and the user can change: it belongs to another user, others may write to it, or it is a
 /// symbolic link, which leads elsewhere. A part that cannot be looked at counts, too. Nothing when
 /// all parts are safe, which then stays so. (In a folder with the sticky bit others can only add
 /// files.)
-std::optional<std::filesystem::path> partOfOthers(const std::filesystem::path& file);
+std::optional<std::filesystem::path> untrustedPart(const std::filesystem::path& file);
 
 /// The absolute path of a file of this installation, by its place below the folder that holds the
 /// program's "bin". Nothing when it is not there, nor, with one log line, when others than root and

@@ -57,8 +57,8 @@ public:
     /// missing preset of the run also brings up the preferences, where it can be chosen.
     void switchTo(Slot slot, const std::optional<Display>& display);
 
-    /// Switches the display that the menu was built for to the slot whose raw value the entry
-    /// carries. Any other entry does nothing.
+    /// Switches the display that the menu was built for to the slot that the entry names by its
+    /// raw value. Any other entry does nothing.
     void applySlot(const NSMenuItem& sender);
 
     /// Switches to the `ModeSelection` that the entry carries, and touches no setting. Any other

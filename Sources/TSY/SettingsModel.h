@@ -37,7 +37,7 @@ public:
     /// The catalogue of the selected display; empty when there is none.
     const std::vector<DisplayMode>& modes() const { return modes_.get(); }
 
-    /// The display whose presets are edited; 0 when there is none.
+    /// The display of the presets that are edited; 0 when there is none.
     CGDirectDisplayID selectedDisplayID() const { return selectedDisplayID_.get(); }
 
     /// Loads the catalogue too when the display is another one.

@@ -13,8 +13,8 @@
 namespace {
 
 namespace fs = std::filesystem;
-using tessary::partOfOthers;
 using tessary::runningProgram;
+using tessary::untrustedPart;
 
 TEST(InstalledFiles, AreSafeWhereOnlyRootAndTheUserCanChangeTheirPath) {
     const QTemporaryDir temporary;
@@ -38,12 +38,12 @@ TEST(InstalledFiles, AreSafeWhereOnlyRootAndTheUserCanChangeTheirPath) {
         std::ofstream(file) << "text";
         EXPECT_EQ(::chown(changed.c_str(), owner, ::getegid()), 0);
         fs::permissions(changed, fs::perms(mode));
-        EXPECT_EQ(partOfOthers(file), isSafe ? std::nullopt : std::optional(changed)) << mode;
+        EXPECT_EQ(untrustedPart(file), isSafe ? std::nullopt : std::optional(changed)) << mode;
         fs::remove_all(middle);
     }
-    EXPECT_EQ(partOfOthers(file), middle) << "it is not there";
+    EXPECT_EQ(untrustedPart(file), middle) << "it is not there";
     fs::create_directory_symlink("/usr", middle);
-    EXPECT_EQ(partOfOthers(middle / "bin"), middle) << "it is a link";
+    EXPECT_EQ(untrustedPart(middle / "bin"), middle) << "it is a link";
 }
 
 TEST(InstalledFiles, AreFoundBesideTheProgramWithoutProc) {

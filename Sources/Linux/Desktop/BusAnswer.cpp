@@ -23,7 +23,7 @@ struct Close {
 
 using Bus = std::unique_ptr<sd_bus, Close>;
 
-/// Null when the address makes no sense or nobody listens there.
+/// Null when the address makes no sense or no program listens there.
 Bus opened(const std::string& address, bool waitsForSocket) {
     sd_bus* made = nullptr;
     if (sd_bus_new(&made) < 0)

@@ -1,4 +1,4 @@
-// Whether a message bus answers, found out without the toolkit, whose D-Bus knows no time limit.
+// Whether a message bus answers, found out without the toolkit, which would wait without a limit.
 #pragma once
 
 #include <chrono>
@@ -8,8 +8,8 @@ namespace tessary {
 
 enum class BusAnswer {
     given,  ///< it lets clients in and answers them
-    none,   ///< nobody listens at the address
-    silence ///< somebody listens and says nothing
+    none,   ///< no program listens at the address
+    silence ///< a program listens there, but does not answer
 };
 
 /// Opens a connection to the bus at this D-Bus address and closes it again. Waits for the bus

@@ -24,8 +24,8 @@ bool isControl(char character) {
     return (character >= 0 && character < ' ') || character == '\x7F';
 }
 
-/// One write, so that lines of several processes do not mix. Whoever reads our standard error may
-/// be gone, and that must not end the process.
+/// One write, so that lines of several processes do not mix. When the reader of our standard
+/// error is gone, that must not end the process.
 void writeToStandardError(const std::string& text) {
     sigset_t brokenPipe;
     sigset_t before;

@@ -15,7 +15,7 @@ namespace {
 
 bool canOthersAddTo(const std::filesystem::path& folder) {
     struct stat state {};
-    return partOfOthers(folder) || ::stat(folder.c_str(), &state) != 0 ||
+    return untrustedPart(folder) || ::stat(folder.c_str(), &state) != 0 ||
            (state.st_mode & (S_IWGRP | S_IWOTH)) != 0;
 }
 

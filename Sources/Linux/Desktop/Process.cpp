@@ -11,8 +11,8 @@ namespace tessary {
 
 namespace {
 
-/// Before any other object of the program is made: what somebody opens then would take the numbers,
-/// and the X server would get the log.
+/// Before any other object of the program is made: a connection that such an object opens would get
+/// one of the numbers, and the X server would get the log.
 [[gnu::constructor(101)]] void openStandardFiles() {
     constexpr std::array directions{O_RDONLY, O_WRONLY, O_WRONLY};
     for (int file = 0; file < static_cast<int>(directions.size()); ++file)

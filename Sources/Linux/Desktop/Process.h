@@ -1,5 +1,5 @@
-// What the process asks of the system before it does anything else. That files 0 to 2 are open, on
-// the null device where nobody has opened them, holds before `main`.
+// What the process asks of the system before it does anything else. Already before `main` it opens
+// those of the files 0 to 2 that are closed, on the null device.
 #pragma once
 
 #include <cstddef>
@@ -7,7 +7,8 @@
 namespace tessary {
 
 /// Has a refused write come back as an error, where SIGPIPE or SIGXFSZ would end the process, and
-/// SIGTERM, SIGINT and SIGHUP end it, whatever the process that started this one has made of them.
+/// SIGTERM, SIGINT and SIGHUP end it, also where the process that started this one has ignored
+/// them.
 void resetSignals();
 
 /// How many files the program has open beside files 0 to 2, with and without windows, and some.

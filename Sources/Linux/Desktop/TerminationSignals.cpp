@@ -31,7 +31,7 @@ void endInOrder(int signal) {
     errno = error;
 }
 
-/// Whoever reads standard error may hang as well.
+/// Without waiting for the reader of standard error, which may hang as well.
 void endAtOnce(int /*signal*/) {
     constexpr std::string_view line =
         "tessary: something hangs, so that the program cannot end in order; it ends at once\n";

@@ -20,7 +20,7 @@ public:
     /// `requiresApproval` as well for one that is not for this desktop.
     SMAppServiceStatus status() const;
 
-    /// Replaces whatever stands there, as a whole, and makes the folder when it is missing. Where
+    /// Replaces the entry as a whole, and makes the folder when it is missing. Where
     /// the entry is a symbolic link, its target is replaced. Answers the reason, with its place,
     /// when the entry could not be written; then it is as it was.
     std::optional<std::string> enable() const;

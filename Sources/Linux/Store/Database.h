@@ -14,14 +14,14 @@
 namespace tessary {
 
 /// The rows of the SQLite file "defaults.sqlite" of a folder, in memory, and as current as the
-/// file: what anybody has written, or put into its place, counts at the next reading. Changes hold
-/// at once and stand in the file after the next `flush`. What cannot be saved then is kept, and
-/// saved by a later one. When the file cannot be read, the rows are those that were known last;
-/// none, before the first reading.
+/// file: what other programs have written, or put into its place, counts at the next reading.
+/// Changes hold at once and stand in the file after the next `flush`. What cannot be saved then is
+/// kept, and saved by a later one. When the file cannot be read, the rows are those that were known
+/// last; none, before the first reading.
 ///
 /// A damaged file is set aside under a new name, and a fresh one takes its place, with the rows
-/// that were known; but not while somebody may still be copying a whole one to it. One line in the
-/// log says when a failure begins, and one when it is over. Main thread only.
+/// that were known; but not while a copy of a whole one may still be on its way to it. One line in
+/// the log says when a failure begins, and one when it is over. Main thread only.
 class Database {
 public:
     /// The database in the user's configuration folder, which the event loop flushes behind each

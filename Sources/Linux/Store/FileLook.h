@@ -14,8 +14,8 @@ namespace tessary {
 
 using FileIdentity = std::pair<dev_t, ino_t>;
 
-/// What tells by a look at a file whether anybody has written since; also whether another file has
-/// taken its place, and whether it can be looked at at all.
+/// What differs when the file was written since, when another file has taken its place, and when it
+/// can no longer be read.
 struct FileMark {
     int error = 0; ///< the `errno` of looking
     dev_t device = 0;

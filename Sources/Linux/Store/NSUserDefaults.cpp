@@ -47,8 +47,8 @@ bool NSUserDefaults::boolForKey(std::string_view key) const {
     const SqlValue value = valueOf(key);
     const auto* number = std::get_if<std::int64_t>(&value);
     const bool isSet = number != nullptr && *number != 0;
-    // Whoever finds a mark missing does what it stands for. A file that could not be read before,
-    // or that was replaced, may have the mark, and what belongs to it.
+    // A caller that finds a mark missing acts on that. A file that could not be read before, or
+    // that was replaced, may have the mark, and the settings that belong to it.
     Database::shared().rely(Table::defaults, isSet ? std::nullopt : std::optional(rowKey(key)));
     return isSet;
 }

@@ -23,7 +23,7 @@ namespace fs = std::filesystem;
 /// With EXTRA the folder is synchronised, too: otherwise a loss of power could bring the deleted
 /// journal back, and with it the state before the last transaction.
 constexpr const char* settings = R"(
-    PRAGMA mmap_size = 0; -- memory of a file that somebody truncates ends the process
+    PRAGMA mmap_size = 0; -- mapped memory of a file that is truncated ends the process
     PRAGMA synchronous = EXTRA;
 )";
 
@@ -52,7 +52,7 @@ bool areCompanionsFiles(const fs::path& file) {
     return isFileOrMissing("-journal") && isFileOrMissing("-wal");
 }
 
-/// Without one, the file alone is the last transaction's result, whatever locks there are.
+/// Without one, the file alone is the last transaction's result, also while it is locked.
 bool hasUnfinishedWrite(const fs::path& file) {
     const auto isFilled = [&](const char* suffix) {
         std::error_code error;

@@ -14,8 +14,8 @@ namespace tessary {
 bool isDamage(int status);
 
 /// One SQLite file with a rollback journal: between two writes the one file is the whole truth. It
-/// is opened for each reading and each writing anew, so that whatever stands under its name counts,
-/// however it came there, and nobody is locked out in between. Answers are SQLite's result codes.
+/// is opened for each reading and each writing anew, so that the file that now has the name counts,
+/// and other programs can use it in between. Answers are SQLite's result codes.
 ///
 /// Only a regular file is ever opened; anything else is SQLITE_CANTOPEN, at once. A file with a
 /// write-ahead log, as earlier versions left it, loses the log at opening, without a loss.
@@ -36,8 +36,8 @@ public:
     using Decision = std::function<Changes(const Rows&)>;
 
     /// Makes the file and its folders where they are missing, and the changes in one transaction,
-    /// in which nobody else writes. SQLITE_OK when they outlast a loss of power, or when there are
-    /// none.
+    /// in which no other program writes. SQLITE_OK when they outlast a loss of power, or when there
+    /// are none.
     int update(const Decision& decide);
 
     /// Gives a damaged file another name, with the date, and one log line. True when it is gone

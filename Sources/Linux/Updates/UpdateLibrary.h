@@ -23,7 +23,7 @@ struct TessaryUpdateRequest {
     const char* publicKey;      ///< the Ed25519 key of the packages, its 32 bytes in base64
     const char* runningVersion; ///< as in "1.10"
     const char* skippedVersion; ///< that the user does not want to be told of; empty for none
-    bool isByUser;              ///< who is shown the progress and every result; else only news
+    bool isByUser; ///< the user has asked for it: shows progress and every result, else only news
 
     /// Has `then` called later, from an event loop that can show windows.
     void (*withWindows)(void (*then)());

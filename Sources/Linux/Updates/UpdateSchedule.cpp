@@ -55,11 +55,11 @@ std::unique_ptr<QSocketNotifier> UpdateSchedule::watch() {
     if (timer_ < 0)
         return nullptr;
     auto notifier = std::make_unique<QSocketNotifier>(timer_, QSocketNotifier::Read);
-    QObject::connect(notifier.get(), &QSocketNotifier::activated, [this] { ring(); });
+    QObject::connect(notifier.get(), &QSocketNotifier::activated, [this] { handleExpiration(); });
     return notifier;
 }
 
-void UpdateSchedule::ring() {
+void UpdateSchedule::handleExpiration() {
     std::uint64_t expirations = 0;
     const bool isDue = ::read(timer_, &expirations, sizeof expirations) == sizeof expirations;
     if (const auto check = isDue ? std::exchange(check_, nullptr) : nullptr)

@@ -1,4 +1,4 @@
-// When updates are looked for without anybody asking.
+// When updates are looked for without a request by the user.
 #pragma once
 
 #include <QSocketNotifier>
@@ -38,7 +38,7 @@ private:
     ~UpdateSchedule() = default;
 
     void arm(const std::optional<std::chrono::seconds>& delay) const;
-    void ring();
+    void handleExpiration();
 
     int timer_; ///< a descriptor, as long as the process
     std::function<void()> check_;

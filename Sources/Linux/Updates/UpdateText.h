@@ -1,6 +1,8 @@
+// What the update framework says to the user.
 #pragma once
 
 #include <QCoreApplication>
+#include <QString>
 
 namespace tessary {
 
@@ -9,5 +11,14 @@ namespace tessary {
 struct UpdateText {
     Q_DECLARE_TR_FUNCTIONS(updates)
 };
+
+namespace updates {
+
+/// Why something could not be done, for the user to read: one sentence.
+struct Failure {
+    QString reason;
+};
+
+} // namespace updates
 
 } // namespace tessary

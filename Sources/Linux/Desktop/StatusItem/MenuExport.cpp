@@ -97,7 +97,7 @@ const MenuEntry* MenuExport::entry(int id) const {
     return found != entries_.end() ? found->second : nullptr;
 }
 
-/// Once in each turn of the event loop, whoever asks for it how often.
+/// At most once in each turn of the event loop.
 void MenuExport::rebuild() {
     if (std::exchange(*isFresh_, true))
         return;

@@ -39,7 +39,7 @@ struct MenuObserver {
 
 /// A menu as the D-Bus menu protocol (com.canonical.dbusmenu) sees it: numbered entries, questions
 /// about them and events of hosts, without the bus. Between two openings it holds what it read
-/// last, whatever becomes of the menu. Main thread only.
+/// last, also when the menu has changed since. Main thread only.
 ///
 /// Numbers only grow. Over a rebuild the entry at the same place with the same title and
 /// represented object keeps its number, so that a host that still shows the old menu never means

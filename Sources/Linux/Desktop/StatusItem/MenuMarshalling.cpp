@@ -37,7 +37,7 @@ void writeChildren(QDBusArgument& argument, const MenuLayout& layout) {
     argument.endArray();
 }
 
-/// QtDBus learns the signature of a type by writing a value of it that nobody has filled in.
+/// QtDBus learns the signature of a type by writing an empty value of it.
 MenuLayout orEmpty(const MenuLayout& layout) {
     static const auto& entry = *new MenuEntry;
     static const auto& names = *new QStringList;

@@ -38,7 +38,7 @@ QDBusArgument& operator<<(QDBusArgument& argument, const MenuEntryProperties& pr
 QDBusArgument& operator<<(QDBusArgument& argument, const MenuPropertiesChange& change);
 QDBusArgument& operator<<(QDBusArgument& argument, const MenuPropertyNames& names);
 
-/// (isvu): an event with its data and time, which nobody here needs.
+/// (isvu): an event with its data and time, which are not needed here.
 const QDBusArgument& operator>>(const QDBusArgument& argument, MenuEvent& event);
 
 /// Makes these types, and lists of them, known to QtDBus. Any number of times.

@@ -23,7 +23,7 @@
 namespace tessary::updates {
 
 /// "1.10" is above "1.9", and "1.0" is "1". Nothing when the text is not whole numbers with dots
-/// between them, or longer than anybody would write it.
+/// between them, or longer than 40 characters.
 std::optional<QVersionNumber> versionFromText(const QString& text);
 
 /// An operating system: as in "debian" and 12.

@@ -27,7 +27,7 @@ bool isOwnName(const std::string& name) {
 }
 
 /// As in ".deb".
-std::string endingFor(QFile& file) {
+std::string suffixFor(QFile& file) {
     file.seek(0);
     const auto type = QMimeDatabase().mimeTypeForData(&file);
     const auto suffix = type.isDefault() ? QString() : type.preferredSuffix();
@@ -86,35 +86,35 @@ std::optional<Failure> PackageFile::checkSpace() const {
 std::optional<Failure> PackageFile::beginAt(qint64 offset) {
     if (file_.resize(offset) && file_.seek(offset))
         return std::nullopt;
-    return unwritten();
+    return deleteUnwritten();
 }
 
 std::optional<Failure> PackageFile::append(const QByteArray& bytes) {
     if (size() + bytes.size() > item_.length)
-        return deleted(UpdateText::tr("The package is larger than announced."));
+        return deleteBecause(UpdateText::tr("The package is larger than announced."));
     for (qint64 written = 0; written < bytes.size();) {
-        // A write that comes short does not say why; the next one does.
+        // Only the write after an incomplete one fails and has an error.
         const qint64 count = file_.write(bytes.constData() + written, bytes.size() - written);
         if (count <= 0)
-            return unwritten();
+            return deleteUnwritten();
         written += count;
     }
     return std::nullopt;
 }
 
 std::variant<fs::path, Failure> PackageFile::publish() {
-    const std::string name = name_ + endingFor(file_);
+    const std::string name = name_ + suffixFor(file_);
     if (!folder_.rename(partial_, name))
         return folder_.failure();
     return folder_.path() / name;
 }
 
-Failure PackageFile::unwritten() {
-    return deleted(
+Failure PackageFile::deleteUnwritten() {
+    return deleteBecause(
         UpdateText::tr("The package could not be written: %1.").arg(file_.errorString()));
 }
 
-Failure PackageFile::deleted(const QString& reason) {
+Failure PackageFile::deleteBecause(const QString& reason) {
     folder_.remove(partial_);
     return {UpdateText::tr("%1 It was deleted.").arg(reason)};
 }

@@ -1,10 +1,10 @@
-// The file that a package is downloaded into: at first a partial one, whose name stands for exactly
-// this package, and at last one with a name for people.
+// The file that a package is downloaded into: at first a partial one, with a name that only this
+// package has, and at last one with a name that a user can read.
 #pragma once
 
-#include "Linux/Updates/Library/Failure.h"
 #include "Linux/Updates/Library/Feed.h"
 #include "Linux/Updates/Library/PackageFolder.h"
+#include "Linux/Updates/UpdateText.h"
 
 #include <QFile>
 
@@ -21,9 +21,8 @@ public:
     PackageFile(UpdateItem item, QByteArray publicKey, std::filesystem::path cache);
 
     /// Opens the partial file. Files of other packages, which are known by their names, and those
-    /// that somebody else may change are deleted; a genuine one of this package becomes the partial
-    /// file. Fails also for a version
-    /// whose text would lead out of the folder.
+    /// that other users may change are deleted; a genuine one of this package becomes the partial
+    /// file. Fails also for a version with a text that would lead out of the folder.
     std::optional<Failure> open();
 
     qint64 size() const { return file_.size(); }
@@ -42,18 +41,18 @@ public:
     /// Gives it a name that ends as its content demands. Nothing is to be done with it then.
     std::variant<std::filesystem::path, Failure> publish();
 
-    /// Deletes the partial file. The answer is the reason, and that it was deleted.
-    Failure deleted(const QString& reason);
+    /// Deletes the partial file. Answers the reason, and that the file was deleted.
+    Failure deleteBecause(const QString& reason);
 
 private:
-    Failure unwritten();
+    Failure deleteUnwritten();
     /// False with `errno`.
     bool clearFolder() const;
 
     UpdateItem item_;
     QByteArray publicKey_;
     PackageFolder folder_;
-    std::string name_;    ///< without what a kind of file ends with
+    std::string name_;    ///< without the suffix
     std::string partial_; ///< the partial file's name
     QFile file_;
 };

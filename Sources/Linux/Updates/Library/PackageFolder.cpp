@@ -41,8 +41,8 @@ bool isOpenToOthers(const struct stat& state) {
     return (state.st_mode & (S_IWGRP | S_IWOTH)) != 0;
 }
 
-/// Why the folder is not the user's own; nothing when it is, and from then on nobody else may write
-/// to it. To be called right after `opened`.
+/// Why the folder is not the user's own; nothing when it is, and from then on only the user may
+/// write to it. To be called right after `opened`.
 std::optional<QString> claim(const Descriptor& folder) {
     if (!folder && errno == ENOTDIR) // also for a link
         return UpdateText::tr("it is a link or a file");

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "Linux/Updates/Library/Descriptor.h"
-#include "Linux/Updates/Library/Failure.h"
+#include "Linux/Updates/UpdateText.h"
 
 #include <QFile>
 
@@ -22,8 +22,8 @@ public:
 
     /// To be called before the rest. Makes what is missing, for its owner alone; takes from others
     /// the right to write to "tessary" and "updates". Fails, with everything as it was, when the
-    /// cache has no absolute path, and when one of these is a link or belongs to somebody else.
-    /// (Links on the way to the cache are the user's own affair.)
+    /// cache has no absolute path, and when one of these is a link or belongs to another user.
+    /// (Links on the way to the cache are the user's own choice.)
     std::optional<Failure> open();
 
     /// Where it lies.
@@ -32,8 +32,8 @@ public:
     /// The names of all regular files.
     std::vector<std::string> files() const;
 
-    /// Opens a regular file of the user's that nobody else may write to, and not what a link leads
-    /// to. A new one is for its owner alone. False, with `errno`, when that fails.
+    /// Opens a regular file of the user's that only the user may write to; not the target of a
+    /// link. A new one is for its owner alone. False, with `errno`, when that fails.
     bool openFile(QFile& file, const std::string& name, int flags, QIODevice::OpenMode mode) const;
 
     /// Gives a file a name that nothing has, or only a regular file, which goes. False with

@@ -15,7 +15,7 @@
 namespace tessary::updates {
 
 /// Whether the whole of `package`, which is open for reading, is what `item` announces and was
-/// signed by whoever has the private key to `publicKey` (32 bytes). False also when it cannot be
+/// signed with the private key to `publicKey` (32 bytes). False also when it cannot be
 /// read and for a key of another length.
 bool isGenuine(QFile& package, const UpdateItem& item, const QByteArray& publicKey);
 

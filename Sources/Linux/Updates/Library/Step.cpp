@@ -16,10 +16,10 @@ Step offer(const UpdateItem& item, const QString& runningVersion, bool isByUser)
             .answers = {{Answer::accepted, UpdateText::tr("&Install")},
                         {Answer::dismissed, UpdateText::tr("&Later")},
                         {Answer::skipped, UpdateText::tr("&Skip This Version")}},
-            .usual = isByUser ? Answer::accepted : Answer::dismissed};
+            .defaultAnswer = isByUser ? Answer::accepted : Answer::dismissed};
 }
 
-// Without a usual answer: Return twice on the step before is not to cancel this one.
+// Without a default answer: Return twice on the step before is not to cancel this one.
 Step progress(const QString& heading, qint64 length) {
     return {.heading = heading,
             .length = length,
@@ -30,17 +30,17 @@ Step message(const QString& heading, const QString& text) {
     return {.heading = heading,
             .text = text,
             .answers = {{Answer::dismissed, UpdateText::tr("&Close")}},
-            .usual = Answer::dismissed};
+            .defaultAnswer = Answer::dismissed};
 }
 
 Step failure(const QString& heading, const QString& reason) {
     Step step = message(heading, reason);
     step.answers.emplace_back(Answer::accepted, UpdateText::tr("&Try Again"));
-    step.usual = Answer::accepted;
+    step.defaultAnswer = Answer::accepted;
     return step;
 }
 
-// In the language of the other texts, whatever the user's numbers look like elsewhere.
+// In the language of the other texts, which the user's locale need not have.
 QString textOfSize(qint64 bytes) {
     //: The code of the language that these texts are in, as in "de" or "zh_CN".
     const QLocale locale(UpdateText::tr("en"));

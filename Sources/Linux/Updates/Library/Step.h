@@ -23,10 +23,10 @@ struct Step {
     QString notes = {};                ///< as many lines as they are
     std::optional<qint64> length = {}; ///< of something that takes time, in bytes; 0 for unknown
     std::vector<std::pair<Answer, QString>> answers; ///< each with the label of its button
-    std::optional<Answer> usual = {};                ///< what Return answers; nothing without it
+    std::optional<Answer> defaultAnswer = {};        ///< that of Return, if it has one
 };
 
-/// Offers a version. Return does not install one that nobody has asked for.
+/// Offers a version. Return installs it only if the user has asked for the check.
 Step offer(const UpdateItem& item, const QString& runningVersion, bool isByUser);
 
 /// Something that takes time and can be cancelled.

@@ -14,27 +14,28 @@ constexpr qint64 mostUnread = qint64{256} * 1024; ///< a fast server waits for t
 
 } // namespace
 
-/// Each of its steps is called from the event loop. In a step the receiver's functions may abandon
-/// it, or run the event loop themselves, which makes steps within steps. The network classes do not
-/// survive their destruction from within their own signals, so it waits for the outermost step.
-class Transfer::Exchange : public QObject {
+/// Each of its steps is called from the event loop. In a step the receiver's functions may cancel
+/// the job, or run the event loop themselves, which makes steps within steps. The network classes
+/// do not survive their destruction from within their own signals, so it waits for the outermost
+/// step.
+class Transfer::Job : public QObject {
 public:
-    Exchange(Request request, Receiver receiver)
+    Job(Request request, Receiver receiver)
         : request_(std::move(request)), receiver_(std::move(receiver)) {
         network_.setProxyFactory(new ProxyChoice);
         QMetaObject::invokeMethod(
-            this, [this] { take(&Exchange::start); }, Qt::QueuedConnection);
+            this, [this] { run(&Job::start); }, Qt::QueuedConnection);
     }
 
-    /// Whether it may be destroyed at once. If not it sees to that itself.
-    bool abandon() {
+    /// Whether it may be destroyed at once. If not it destroys itself later.
+    bool cancel() {
         isOver_ = true;
-        isAbandoned_ = true;
+        isCancelled_ = true;
         return steps_ == 0;
     }
 
 private:
-    void take(void (Exchange::*step)()) {
+    void run(void (Job::*step)()) {
         ++steps_;
         if (!isOver_)
             (this->*step)();
@@ -43,7 +44,7 @@ private:
         for (auto* reply : network_.findChildren<QNetworkReply*>())
             if (reply != reply_)
                 reply->deleteLater();
-        if (isAbandoned_)
+        if (isCancelled_)
             deleteLater();
     }
 
@@ -54,13 +55,13 @@ private:
         }
         reply_ = network_.get(networkRequest(request_));
         reply_->setReadBufferSize(mostUnread);
-        connect(reply_, &QNetworkReply::metaDataChanged, this, [this] { take(&Exchange::begin); });
-        connect(reply_, &QNetworkReply::readyRead, this, [this] { take(&Exchange::receive); });
-        connect(reply_, &QNetworkReply::finished, this, [this] { take(&Exchange::finish); });
+        connect(reply_, &QNetworkReply::metaDataChanged, this, [this] { run(&Job::begin); });
+        connect(reply_, &QNetworkReply::readyRead, this, [this] { run(&Job::receive); });
+        connect(reply_, &QNetworkReply::finished, this, [this] { run(&Job::finish); });
     }
 
-    /// Leaves the reply to its destruction after this step. Its abort would speak up, and warn when
-    /// an error is under way.
+    /// Leaves the reply to its destruction after this step. To abort it would send signals, and a
+    /// warning when an error is under way.
     void drop() {
         reply_->disconnect(this);
         reply_ = nullptr;
@@ -149,17 +150,17 @@ private:
     int steps_ = 0;
     bool hasBegun_ = false;
     bool isOver_ = false;
-    bool isAbandoned_ = false;
+    bool isCancelled_ = false;
 };
 
 Transfer::Transfer(const Request& request, Receiver receiver)
-    : exchange_(new Exchange(request, std::move(receiver))) {}
+    : job_(new Job(request, std::move(receiver))) {}
 
 Transfer::~Transfer() = default;
 
-void Transfer::Abandon::operator()(Exchange* exchange) const {
-    if (exchange->abandon())
-        delete exchange;
+void Transfer::Cancel::operator()(Job* job) const {
+    if (job->cancel())
+        delete job;
 }
 
 } // namespace tessary::updates

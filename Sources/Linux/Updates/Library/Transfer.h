@@ -2,7 +2,7 @@
 // itself: an address whose host is a loopback address in numbers.
 #pragma once
 
-#include "Linux/Updates/Library/Failure.h"
+#include "Linux/Updates/UpdateText.h"
 
 #include <QByteArray>
 #include <QUrl>
@@ -20,24 +20,24 @@ struct TransferLimits {
     qint64 feedSize = qint64{256} * 1024; ///< in bytes; reading it must not take noticeable time
 };
 
-/// A running request. Its destruction ends it without a word; its functions may do that too. They
-/// are called from the event loop only.
+/// A running request. Its destruction cancels it: no function is called any more. The functions are
+/// called from the event loop only, and may destroy it.
 class Transfer {
 public:
     struct Request {
         QUrl address;
-        qint64 offset = 0; ///< the bytes before it are wanted no more
+        qint64 offset = 0; ///< of the first byte that is wanted
         std::chrono::milliseconds silence{30'000};
     };
 
-    /// What comes of it.
+    /// Told what the server sends.
     struct Receiver {
-        /// Before the first bytes: at which place of the file they stand, 0 or the offset that was
-        /// asked for. A failure ends the transfer.
+        /// Called once, before the first bytes, with their offset in the file: 0, or that of the
+        /// request. A failure as the answer ends the transfer.
         std::function<std::optional<Failure>(qint64 offset)> begin;
-        /// The next bytes. A failure ends the transfer.
+        /// Called with the next bytes. A failure as the answer ends the transfer.
         std::function<std::optional<Failure>(const QByteArray& bytes)> receive;
-        /// The end, with why it is none that was wished for. Not called when it is destroyed.
+        /// Called last: with nothing when the file is complete, else with the reason why not.
         std::function<void(std::optional<Failure>)> end;
     };
 
@@ -47,12 +47,12 @@ public:
     Transfer& operator=(const Transfer&) = delete;
 
 private:
-    class Exchange;
-    struct Abandon {
-        void operator()(Exchange* exchange) const;
+    class Job;
+    struct Cancel {
+        void operator()(Job* job) const;
     };
 
-    std::unique_ptr<Exchange, Abandon> exchange_;
+    std::unique_ptr<Job, Cancel> job_;
 };
 
 } // namespace tessary::updates

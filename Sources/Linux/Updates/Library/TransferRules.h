@@ -1,4 +1,4 @@
-// What a transfer asks for, whom it asks, and what it says about its failures.
+// Which addresses a transfer may use, what it sends there, and the texts of its failures.
 #pragma once
 
 #include "Linux/Updates/Library/Transfer.h"

@@ -21,7 +21,8 @@ public:
         QByteArray publicKey; ///< in base64; with none that is usable no package is genuine
         QString runningVersion;
         QString skippedVersion; ///< empty for none
-        /// Who also sees the progress, failures and skipped versions. Needs a loop with windows.
+        /// Whether the user has asked for the check, and so also sees the progress, failures and
+        /// skipped versions. Needs a loop with windows.
         bool isByUser = false;
 
         std::function<void()> withWindows; ///< has `offer` called later, where windows can be

@@ -117,7 +117,7 @@ void UpdateWindow::addProgress(const Step& step) {
     length_ = *step.length;
     bar_ = new QProgressBar;
     bar_->setTextVisible(false);
-    bar_->setRange(0, 0); // nobody knows
+    bar_->setRange(0, 0); // it moves, and shows no part
     bar_->setAccessibleName(step.heading);
     bar_->setFocusPolicy(Qt::TabFocus);
     page_->layout()->addWidget(bar_);
@@ -136,8 +136,8 @@ void UpdateWindow::addAnswers(const Step& step) {
         auto* button = buttons->addButton(label, roleOf(answer));
         connect(button, &QPushButton::clicked, this,
                 [this, answer = answer] { this->answer(answer); });
-        button->setAutoDefault(step.usual.has_value());
-        if (answer != step.usual)
+        button->setAutoDefault(step.defaultAnswer.has_value());
+        if (answer != step.defaultAnswer)
             continue;
         button->setDefault(true);
         button->setFocus();

@@ -1,5 +1,5 @@
-// The window of an update. It lies beside the program's own, asks in plain text, and holds nobody
-// up.
+// The window of an update. It asks in plain text, and the program's own windows can be used
+// meanwhile.
 #pragma once
 
 #include "Linux/Updates/Library/Step.h"
