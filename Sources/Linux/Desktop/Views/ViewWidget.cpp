@@ -2,10 +2,9 @@
 
 #include "Linux/Desktop/Events/MouseEvents.h"
 #include "Linux/Desktop/Views/DrawingContext.h"
-#include "Linux/Desktop/Views/ViewAccessible.h"
 #include "Linux/Desktop/Views/ViewPeer.h"
 
-#include <QAccessible>
+#include <QAccessibleWidget>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPaintEvent>
@@ -14,8 +13,43 @@
 
 namespace tessary {
 
+namespace {
+
+/// How assistive technologies see a view: as a button, with the name that its widget was given and
+/// the texts that it shows as description.
+class ViewAccessible : public QAccessibleWidget {
+public:
+    explicit ViewAccessible(ViewWidget& widget)
+        : QAccessibleWidget(&widget, QAccessible::Button), widget_(widget) {}
+
+    QString text(QAccessible::Text kind) const override {
+        return kind == QAccessible::Description ? widget_.texts() : QAccessibleWidget::text(kind);
+    }
+
+    QStringList actionNames() const override {
+        return QStringList(pressAction()) + QAccessibleWidget::actionNames();
+    }
+
+    void doAction(const QString& name) override {
+        if (name == pressAction())
+            widget_.click();
+        else
+            QAccessibleWidget::doAction(name);
+    }
+
+private:
+    ViewWidget& widget_; ///< deletes this object when it is deleted
+};
+
+QAccessibleInterface* viewAccessible(const QString& /*className*/, QObject* object) {
+    auto* widget = dynamic_cast<ViewWidget*>(object);
+    return widget != nullptr ? new ViewAccessible(*widget) : nullptr;
+}
+
+} // namespace
+
 QWidget* widgetOf(const std::shared_ptr<NSView>& view, QWidget* parent) {
-    installViewAccessible();
+    QAccessible::installFactory(viewAccessible); // more than once does no harm
     auto* widget = new ViewWidget(view, parent);
     view->peer().widget = widget;
     return widget;
