@@ -58,7 +58,7 @@ void moveToOrigin(Layout& layout) {
     }
 }
 
-/// The same as before, or another mode and another rotation.
+/// The screen as it was, or one with another mode and another rotation.
 Screen anotherScreen(Choice& choice, const Displays& displays, const Output& output,
                      const Screen* before) {
     if (before != nullptr && choice.happens(50))

@@ -55,7 +55,7 @@ struct Desktop {
     }
 };
 
-/// What is bound to a display's slots.
+/// The preset sizes of each display, by connector.
 using Presets = std::map<std::string, std::array<Size, 2>>;
 
 class Run {
@@ -103,10 +103,11 @@ private:
             }
     }
 
-    /// Until the program has done what it does by itself. It answers the bus from its event loop:
-    /// the second answer comes when all is handled that the server had sent before the question.
+    /// Waits until the program has reacted to all changes so far. It answers the bus from its event
+    /// loop: before its second answer it has handled all that the server had sent before.
     void settle() {
-        constexpr int times = 2; // the server's second reply tells that all before it was sent
+        // Before its second reply the server has sent all events of earlier requests.
+        constexpr int times = 2;
         for (int time = 0; time < times; ++time)
             displays_.layout();
         for (int time = 0; time < times; ++time)
@@ -114,7 +115,7 @@ private:
                 throw std::runtime_error("the program does not answer the bus");
     }
 
-    /// Without those that the settings file needs while it is written.
+    /// The program's open files, without those of the settings file while it is written.
     long restingHandles() {
         constexpr int looks = 100;
         long least = handlesOf(*process_);
@@ -138,14 +139,14 @@ private:
         }
         const Layout wanted = anotherLayout(choice_, displays_);
         displays_.apply(wanted);
-        settle(); // what was off for a moment may get its own mode back
+        settle(); // a display that was off for a moment may get its permanent mode back
         const Layout after = displays_.layout();
         report_.check("displays that others turned on stay on",
                       after.screens.size() == wanted.screens.size(),
                       text(wanted) + "\nbecame " + text(after));
     }
 
-    /// Takes one away that is not in use, or gives one that another display has.
+    /// Removes a mode of a display that is not in use, or adds one that another display has.
     void changeModes(const Layout& layout) {
         const auto all = displays_.outputs();
         const auto& [name, output] = choice_.of(all);
@@ -158,7 +159,7 @@ private:
             displays_.removeMode(name, mode);
     }
 
-    /// Those that stand for a preset's size.
+    /// The modes that have the size of a preset.
     std::vector<xcb_randr_mode_t> modesOfPresets() const {
         std::vector<xcb_randr_mode_t> result;
         for (const auto& [id, mode] : displays_.modes())
@@ -176,14 +177,14 @@ private:
         });
     }
 
-    /// Whether there is surely room for all displays, in whatever arrangement.
+    /// Whether the screen is large enough for all displays in every arrangement.
     bool fits(const Layout& before, const std::string& target, Size size) const {
         Size sum;
         for (const auto& [name, screen] : before.screens) {
             const Size own = name == target ? size : screen.size;
             sum = {sum.width + own.width, sum.height + own.height};
         }
-        // With gaps, which stay as they are.
+        // Gaps between displays keep their size.
         sum = {std::max(sum.width, before.whole.width + size.width),
                std::max(sum.height, before.whole.height + size.height)};
         const Size largest = displays_.largest();

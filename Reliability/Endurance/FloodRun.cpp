@@ -41,7 +41,7 @@ public:
 
     void call(const Kind& kind) { connection_.asyncCall(request(kind)); }
 
-    /// Waits until the program has seen all calls. It answers this one after them, or refuses it.
+    /// Waits until the program has seen all calls: it answers or refuses this one after them.
     void settle() { connection_.call(request({QStringLiteral("AboutToShow"), {0}})); }
 
 private:

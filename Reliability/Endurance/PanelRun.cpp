@@ -58,8 +58,8 @@ public:
     }
 
 private:
-    /// The address is a place alone, as in a session; one that names the bus would be good for that
-    /// bus only.
+    /// The address has no identifier of a bus, as in a session: with one it would be valid for one
+    /// bus only, and not for the next one at the same place.
     Words command() const {
         return home_.commandOn(server_.display(),
                                {"DBUS_SESSION_BUS_ADDRESS=" + address_, TESSARY_PROGRAM});

@@ -50,7 +50,7 @@ void connectDisplays(const XServer& server) {
 
 double press(Client& client, std::uint8_t key) {
     client.movePointer(100, 100);
-    client.waitUntil([] { return true; }); // events of before
+    client.waitUntil([] { return true; }); // counts earlier events
     const int before = client.displayChanges();
     const auto start = std::chrono::steady_clock::now();
     client.tap(key);

@@ -67,7 +67,7 @@ public:
     void propertiesChanged(const std::vector<MenuPropertiesChange>& changes) {
         for (const auto& change : changes) {
             const auto known = shown_.find(change.id);
-            if (known == shown_.end()) // came with a layout that it has not asked for yet
+            if (known == shown_.end()) // its layout was not asked for yet
                 continue;
             for (const auto& [name, value] : change.changed)
                 known->second[name] = value;
@@ -141,7 +141,7 @@ QList<int> idsFrom(FuzzedDataProvider& data) {
     return ids;
 }
 
-/// Chosen is what the host meant, and at most once.
+/// The program gets the entry that the host meant, at most once.
 void choose(MenuExport& menu, const Host& host, Program& program, int id) {
     program.choices.clear();
     const bool isKnown = menu.handle({id, QStringLiteral("clicked")});
@@ -220,6 +220,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
             host.look(exported);
         }
     }
-    QCoreApplication::processEvents(); // what still waits finds the menu gone
+    QCoreApplication::processEvents(); // tasks that still wait run without the menu
     return 0;
 }
