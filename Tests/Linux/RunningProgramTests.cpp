@@ -1,4 +1,4 @@
-#include "Linux/RunningProgram.h"
+#include "Linux/Files/RunningProgram.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>

@@ -1,9 +1,9 @@
-#include "Linux/Desktop/MainQueue.h"
+#include "Linux/Desktop/Runtime/MainQueue.h"
+#include "Linux/Files/UserFiles.h"
 #include "Linux/LoginItem/LoginItem.h"
 #include "Linux/Store/Database.h"
 #include "Linux/Store/WriteSchedule.h"
 #include "Linux/TestApplication.h"
-#include "Linux/UserFiles.h"
 #include "Platform/Foundation.h"
 
 #include <QCoreApplication>

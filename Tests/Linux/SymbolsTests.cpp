@@ -1,4 +1,4 @@
-#include "Linux/Desktop/Symbols.h"
+#include "Linux/Desktop/Symbols/Symbols.h"
 
 #include <gtest/gtest.h>
 

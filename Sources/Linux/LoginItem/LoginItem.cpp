@@ -1,7 +1,7 @@
 #include "Linux/LoginItem/LoginItem.h"
 
+#include "Linux/Files/UserFiles.h"
 #include "Linux/LoginItem/DesktopEntry.h"
-#include "Linux/UserFiles.h"
 
 #include <QFile>
 #include <QSaveFile>

@@ -1,8 +1,8 @@
 #include "Platform/ServiceManagement.h"
 
+#include "Linux/Files/RunningProgram.h"
+#include "Linux/Files/UserFiles.h"
 #include "Linux/LoginItem/LoginItem.h"
-#include "Linux/RunningProgram.h"
-#include "Linux/UserFiles.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include "Linux/Store/Database.h"
 
+#include "Linux/Files/UserFiles.h"
 #include "Linux/Store/WriteSchedule.h"
-#include "Linux/UserFiles.h"
 #include "Platform/Foundation.h"
 
 #include <algorithm>

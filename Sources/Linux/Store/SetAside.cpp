@@ -1,6 +1,6 @@
 #include "Linux/Store/SetAside.h"
 
-#include "Linux/UserFiles.h"
+#include "Linux/Files/UserFiles.h"
 
 #include <QDateTime>
 

@@ -1,7 +1,7 @@
 #include "Linux/Store/SettingsFile.h"
 
+#include "Linux/Files/UserFiles.h"
 #include "Linux/Store/SetAside.h"
-#include "Linux/UserFiles.h"
 #include "Platform/Foundation.h"
 
 #include <QByteArray>

@@ -1,6 +1,6 @@
 #include "Linux/Updates/LoadedUpdateLibrary.h"
 
-#include "Linux/RunningProgram.h"
+#include "Linux/Files/RunningProgram.h"
 #include "Platform/Foundation.h"
 
 #include <dlfcn.h>

@@ -1,6 +1,6 @@
 #include "Linux/Updates/UpdateConfiguration.h"
 
-#include "Linux/RunningProgram.h"
+#include "Linux/Files/RunningProgram.h"
 
 #include <QFile>
 #include <QSettings>

@@ -1,7 +1,7 @@
 #include "Platform/Updates.h"
 
-#include "Linux/Desktop/EventLoop.h"
-#include "Linux/RunningProgram.h"
+#include "Linux/Desktop/Runtime/EventLoop.h"
+#include "Linux/Files/RunningProgram.h"
 #include "Linux/Session.h"
 #include "Linux/Updates/LoadedUpdateLibrary.h"
 #include "Linux/Updates/UpdateConfiguration.h"

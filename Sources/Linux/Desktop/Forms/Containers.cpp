@@ -3,7 +3,7 @@
 #include "Linux/Desktop/Forms/Controls.h"
 #include "Linux/Desktop/Forms/FormText.h"
 #include "Linux/Desktop/Forms/Rendering.h"
-#include "Linux/Desktop/SymbolIcon.h"
+#include "Linux/Desktop/Symbols/SymbolIcon.h"
 #include "Linux/Desktop/Views/Colours.h"
 #include "Linux/Desktop/Views/Scaling.h"
 #include "Linux/Desktop/Views/ViewWidget.h"

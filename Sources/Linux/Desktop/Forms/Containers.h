@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Linux/Desktop/Forms/LabeledRow.h"
-#include "Platform/Forms.h"
+#include "Platform/AppKit/Forms.h"
 
 #include <QBoxLayout>
 #include <QColor>

@@ -4,7 +4,7 @@
 
 #include "Linux/Desktop/Forms/LabeledRow.h"
 #include "Linux/Desktop/Forms/TextLabel.h"
-#include "Platform/Forms.h"
+#include "Platform/AppKit/Forms.h"
 
 #include <QCheckBox>
 #include <QComboBox>

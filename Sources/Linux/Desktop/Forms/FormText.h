@@ -1,7 +1,7 @@
 // The texts of a form. All of them are plain: they have no markup, and "&" marks no mnemonic.
 #pragma once
 
-#include "Platform/Forms.h"
+#include "Platform/AppKit/Forms.h"
 
 #include <QFont>
 #include <QString>

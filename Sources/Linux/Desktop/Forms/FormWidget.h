@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Linux/Desktop/Forms/Mnemonics.h"
-#include "Platform/Forms.h"
+#include "Platform/AppKit/Forms.h"
 
 #include <QVBoxLayout>
 #include <QWidget>

@@ -1,7 +1,7 @@
 // Widgets at their places in a box layout. A later version of a form finds them there again.
 #pragma once
 
-#include "Platform/Forms.h"
+#include "Platform/AppKit/Forms.h"
 
 #include <QBoxLayout>
 #include <QString>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Forms.h"
+#include "Platform/AppKit/Forms.h"
 
 #include <QLabel>
 

@@ -1,6 +1,6 @@
 #include "Linux/Desktop/StatusItem/DBusMenu.h"
 
-#include "Linux/Desktop/CallBudget.h"
+#include "Linux/Desktop/Runtime/CallBudget.h"
 #include "Linux/Desktop/StatusItem/MenuMarshalling.h"
 
 #include <QDBusError>

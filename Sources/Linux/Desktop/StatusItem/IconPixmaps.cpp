@@ -1,6 +1,6 @@
 #include "Linux/Desktop/StatusItem/IconPixmaps.h"
 
-#include "Linux/Desktop/Symbols.h"
+#include "Linux/Desktop/Symbols/Symbols.h"
 
 #include <QDBusMetaType>
 #include <QImage>

@@ -1,7 +1,7 @@
 #include "Linux/Desktop/StatusItem/MenuProperties.h"
 
 #include "Linux/Desktop/StatusItem/MenuText.h"
-#include "Linux/Desktop/Symbols.h"
+#include "Linux/Desktop/Symbols/Symbols.h"
 
 #include <QList>
 

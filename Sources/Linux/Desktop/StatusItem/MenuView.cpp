@@ -1,7 +1,7 @@
 #include "Linux/Desktop/StatusItem/MenuView.h"
 
 #include "Linux/Desktop/StatusItem/MenuText.h"
-#include "Linux/Desktop/SymbolIcon.h"
+#include "Linux/Desktop/Symbols/SymbolIcon.h"
 #include "Platform/Foundation.h"
 
 #include <utility>

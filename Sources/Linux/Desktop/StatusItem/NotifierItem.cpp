@@ -1,8 +1,8 @@
 #include "Linux/Desktop/StatusItem/NotifierItem.h"
 
-#include "Linux/Desktop/SessionBus.h"
+#include "Linux/Desktop/Runtime/SessionBus.h"
 #include "Linux/Desktop/StatusItem/IconPixmaps.h"
-#include "Linux/Desktop/Symbols.h"
+#include "Linux/Desktop/Symbols/Symbols.h"
 #include "Platform/Foundation.h"
 
 #include <QCoreApplication>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Linux/Desktop/BusObject.h"
+#include "Linux/Desktop/Runtime/BusObject.h"
 #include "Platform/AppKit/NSStatusBar.h"
 
 #include <QDBusConnection>

@@ -1,8 +1,8 @@
 #include "Linux/Desktop/StatusItem/StatusIcon.h"
 
-#include "Linux/Desktop/EventLoop.h"
-#include "Linux/Desktop/SessionBus.h"
-#include "Linux/Desktop/SymbolIcon.h"
+#include "Linux/Desktop/Runtime/EventLoop.h"
+#include "Linux/Desktop/Runtime/SessionBus.h"
+#include "Linux/Desktop/Symbols/SymbolIcon.h"
 #include "Linux/Session.h"
 #include "Platform/Foundation.h"
 

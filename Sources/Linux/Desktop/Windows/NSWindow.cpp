@@ -1,6 +1,6 @@
 #include "Platform/AppKit/NSWindow.h"
 
-#include "Linux/Desktop/EventLoop.h"
+#include "Linux/Desktop/Runtime/EventLoop.h"
 #include "Linux/Desktop/Views/ViewWidget.h"
 #include "Linux/Desktop/Windows/WindowWidget.h"
 #include "Platform/AppKit/NSApplication.h"

@@ -1,6 +1,6 @@
+#include "Linux/Files/UserFiles.h"
 #include "Linux/Updates/Library/UpdateSession.h"
 #include "Linux/Updates/UpdateLibrary.h"
-#include "Linux/UserFiles.h"
 
 #include <QCoreApplication>
 

@@ -1,7 +1,7 @@
 #include "Linux/Updates/Library/PackageFolder.h"
 
+#include "Linux/Files/UserFiles.h"
 #include "Linux/Updates/UpdateText.h"
-#include "Linux/UserFiles.h"
 
 #include <dirent.h>
 #include <fcntl.h>

@@ -1,4 +1,4 @@
-#include "Linux/UserFiles.h"
+#include "Linux/Files/UserFiles.h"
 
 #include <fcntl.h>
 #include <pwd.h>

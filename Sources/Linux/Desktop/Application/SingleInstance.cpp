@@ -1,6 +1,6 @@
-#include "Linux/Desktop/SingleInstance.h"
+#include "Linux/Desktop/Application/SingleInstance.h"
 
-#include "Linux/Desktop/SessionBus.h"
+#include "Linux/Desktop/Runtime/SessionBus.h"
 #include "Linux/Session.h"
 #include "Platform/Foundation.h"
 

@@ -1,4 +1,4 @@
-#include "Linux/Desktop/BusAnswer.h"
+#include "Linux/Desktop/Runtime/BusAnswer.h"
 
 #include <algorithm>
 #include <cerrno>

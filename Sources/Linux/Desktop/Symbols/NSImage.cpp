@@ -1,6 +1,6 @@
 #include "Platform/AppKit/NSImage.h"
 
-#include "Linux/Desktop/Symbols.h"
+#include "Linux/Desktop/Symbols/Symbols.h"
 
 std::shared_ptr<NSImage>
 NSImage::imageWithSystemSymbolName(std::string_view name,

@@ -1,4 +1,4 @@
-#include "Linux/Desktop/MainQueue.h"
+#include "Linux/Desktop/Runtime/MainQueue.h"
 
 #include <utility>
 

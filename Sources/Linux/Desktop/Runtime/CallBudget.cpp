@@ -1,4 +1,4 @@
-#include "Linux/Desktop/CallBudget.h"
+#include "Linux/Desktop/Runtime/CallBudget.h"
 
 #include <QDBusError>
 

@@ -1,6 +1,6 @@
-#include "Linux/Desktop/CommandLine.h"
+#include "Linux/Desktop/Application/CommandLine.h"
 
-#include "Linux/RunningProgram.h"
+#include "Linux/Files/RunningProgram.h"
 
 #include <algorithm>
 #include <array>

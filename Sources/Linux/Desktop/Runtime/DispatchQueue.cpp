@@ -1,6 +1,6 @@
 #include "Platform/Foundation.h"
 
-#include "Linux/Desktop/MainQueue.h"
+#include "Linux/Desktop/Runtime/MainQueue.h"
 
 #include <utility>
 

@@ -1,4 +1,4 @@
-#include "Linux/Desktop/TerminationSignals.h"
+#include "Linux/Desktop/Runtime/TerminationSignals.h"
 
 #include <cerrno>
 #include <csignal>

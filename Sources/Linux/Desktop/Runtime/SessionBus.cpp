@@ -1,7 +1,7 @@
-#include "Linux/Desktop/SessionBus.h"
+#include "Linux/Desktop/Runtime/SessionBus.h"
 
-#include "Linux/Desktop/BusAnswer.h"
-#include "Linux/Desktop/EventLoop.h"
+#include "Linux/Desktop/Runtime/BusAnswer.h"
+#include "Linux/Desktop/Runtime/EventLoop.h"
 #include "Platform/Foundation.h"
 
 #include <cstdlib>

@@ -1,6 +1,6 @@
-#include "Linux/Desktop/Symbols.h"
+#include "Linux/Desktop/Symbols/Symbols.h"
 
-#include "Linux/UserFiles.h"
+#include "Linux/Files/UserFiles.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,6 +1,6 @@
-#include "Linux/Desktop/SymbolIcon.h"
+#include "Linux/Desktop/Symbols/SymbolIcon.h"
 
-#include "Linux/Desktop/Symbols.h"
+#include "Linux/Desktop/Symbols/Symbols.h"
 
 #include <QImage>
 #include <QPixmap>

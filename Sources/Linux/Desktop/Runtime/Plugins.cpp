@@ -1,6 +1,6 @@
-#include "Linux/Desktop/Plugins.h"
+#include "Linux/Desktop/Runtime/Plugins.h"
 
-#include "Linux/RunningProgram.h"
+#include "Linux/Files/RunningProgram.h"
 
 #include <QCoreApplication>
 #include <QFile>

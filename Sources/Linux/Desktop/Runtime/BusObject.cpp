@@ -1,6 +1,6 @@
-#include "Linux/Desktop/BusObject.h"
+#include "Linux/Desktop/Runtime/BusObject.h"
 
-#include "Linux/Desktop/CallBudget.h"
+#include "Linux/Desktop/Runtime/CallBudget.h"
 
 #include <QDBusError>
 #include <QDBusVariant>

@@ -1,4 +1,4 @@
-#include "Linux/Desktop/Process.h"
+#include "Linux/Desktop/Runtime/Process.h"
 
 #include <array>
 #include <csignal>
