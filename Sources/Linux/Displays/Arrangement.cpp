@@ -60,8 +60,8 @@ public:
         after_[changed].height = size.height;
     }
 
-    /// Places everybody who is reached from `first` through touching edges: all neighbours on one
-    /// pair of sides before those on the other.
+    /// Places all displays that are reached from `first` through touching edges: all neighbours on
+    /// one pair of sides before those on the other.
     void placeFrom(std::size_t first, bool horizontalFirst) {
         isPlaced_[first] = true;
         std::vector<std::size_t> queue{first};
@@ -70,8 +70,8 @@ public:
                 placeNeighbours(queue[next], horizontal, queue);
     }
 
-    /// Places those who are not reached from the changed display: each group that hangs together as
-    /// a whole, where it was unless somebody is there now.
+    /// Places the displays that are not reached from the changed one: each group of touching ones as
+    /// a whole, where it was unless another display is there now.
     void placeOthers(Side side) {
         for (std::size_t i = 0; i < after_.size(); ++i) {
             if (isPlaced_[i])
@@ -145,7 +145,7 @@ private:
         return rect;
     }
 
-    /// `rect`, pushed towards `side` past everybody whom it would overlap; it touches the last one.
+    /// `rect`, pushed towards `side` past all that it would overlap; it touches the last one.
     PixelRect freePlace(PixelRect rect, Side side) const {
         while (const PixelRect* obstacle = overlapping(rect))
             rect = pushedTo(rect, side, *obstacle);
@@ -198,7 +198,7 @@ std::vector<PixelRect> arrange(const std::vector<PixelRect>& before, std::size_t
                                                                            : rowsFirst.rects());
 }
 
-// Pixels count from their centres, so that a point that goes there and back comes home.
+// Pixels count from their centres, so that a point that is carried there and back is where it was.
 PixelPoint carriedAlong(PixelPoint point, const PixelRect& before, const PixelRect& after) {
     return {after.x + (2 * (point.x - before.x) + 1) * after.width / (2 * before.width),
             after.y + (2 * (point.y - before.y) + 1) * after.height / (2 * before.height)};

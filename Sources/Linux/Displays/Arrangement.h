@@ -9,7 +9,7 @@ namespace tessary {
 
 /// The layout after the display at `changed` got another size. Its neighbours keep to its edges and
 /// take theirs along; what would overlap is pushed outwards; the layout starts at 0,0. No two
-/// overlap afterwards and whoever touched somebody still does. A layout that overlapped before
+/// overlap afterwards and those that touched another one still do. A layout that overlapped before
 /// keeps its places: it was made on purpose.
 std::vector<PixelRect> arrange(const std::vector<PixelRect>& before, std::size_t changed,
                                PixelSize size);

@@ -34,8 +34,8 @@ const DisplayRecords& Displays::displays() {
 }
 
 void Displays::refresh() {
-    // While the displays are read they may change again. A session that never rests is looked at
-    // again from the event loop.
+    // While the displays are read they may change again. A session that never rests is read again
+    // from the event loop.
     constexpr int rounds = 5;
     for (int round = 0; round < rounds && driver_.refresh(); ++round) {
         const DisplayRecords before = displays_;

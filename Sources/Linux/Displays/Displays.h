@@ -24,7 +24,7 @@ public:
     /// The active displays, after everything that the session has told so far.
     const DisplayRecords& displays();
 
-    /// The active displays as they were last looked at: a memory read.
+    /// The active displays as they were last read: asks nothing.
     const DisplayRecords& lastDisplays() const { return reports_.answer(displays_); }
 
     /// Carries out the changes, whole or not at all. False when the session refuses; everything is

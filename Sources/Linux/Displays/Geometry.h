@@ -1,4 +1,5 @@
-// Pixel geometry of the X screen: the origin is the top left corner and y grows downwards.
+// Geometry of the session's screen, in pixels or in the compositor's points: the origin is the top
+// left corner and y grows downwards.
 #pragma once
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// Between the X screen, whose y grows downwards from the top, and the contract's global
+// Between the session's screen, whose y grows downwards from the top, and the contract's global
 // coordinates, whose y grows upwards from the bottom left corner of the main display.
 #pragma once
 

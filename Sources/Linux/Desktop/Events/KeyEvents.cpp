@@ -26,7 +26,7 @@ struct ModifierKey {
 
 // clang-format off
 
-/// By the symbols of X11/keysymdef.h, since people swap these keys. What Alt becomes beside Shift is
+/// By the symbols of X11/keysymdef.h, since users swap these keys. What Alt becomes beside Shift is
 /// Meta, which the toolkit takes for Super.
 constexpr auto modifierSymbols = std::to_array<ModifierKey>({
     {0xFFE1, shift, 56}, {0xFFE2, shift, 60}, {0xFFE3, control, 59}, {0xFFE4, control, 62},
@@ -64,7 +64,7 @@ std::optional<ModifierKey> find(std::span<const ModifierKey> keys, std::uint32_t
     return found != keys.end() ? std::optional(*found) : std::nullopt;
 }
 
-/// A key that has a symbol of its own at such a place, as Escape has for some people, is none.
+/// The key's symbol decides. Only a key without one that is known counts by its place.
 std::optional<ModifierKey> modifierKey(const QKeyEvent& event, std::uint8_t hardware) {
     if (const auto key = find(modifierSymbols, event.nativeVirtualKey()))
         return key;
