@@ -53,11 +53,13 @@ public:
 
     /// Brings the server's events into the event loop, which must exist, for as long as the answer
     /// lives. Calls `lost` once when the server is gone.
-    virtual std::shared_ptr<void> feedEvents(std::function<void()> /*lost*/) { return nullptr; }
+    virtual std::shared_ptr<void> feedEvents(const std::function<void()>& /*lost*/) {
+        return nullptr;
+    }
 
     /// Whether a panel takes status icons that speak the display server's protocol. Where none does
     /// yet, `appeared` is called from the event loop, once, when one comes.
-    virtual bool findTray(std::function<void()> /*appeared*/) { return false; }
+    virtual bool findTray(const std::function<void()>& /*appeared*/) { return false; }
 
     /// Forgets what `findTray` waits for.
     virtual void stopWaitingForTray() {}

@@ -6,7 +6,6 @@
 #include <cstddef>
 #include <list>
 #include <memory>
-#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -43,11 +42,11 @@ const DisplayRecord* recordOf(CGDirectDisplayID display) {
 }
 
 CGDisplayModeRef modeOf(const ModeRecord& mode) {
-    const auto& [size, pixels] = std::tie(mode.size, mode.pixels);
-    const bool isTurned = (size.width < size.height) != (pixels.width < pixels.height);
-    return std::make_shared<const CGDisplayMode>(
-        CGDisplayMode{mode.id, size.width, size.height, isTurned ? pixels.height : pixels.width,
-                      mode.rate, mode.isUsable});
+    const bool isTurned =
+        (mode.size.width < mode.size.height) != (mode.pixels.width < mode.pixels.height);
+    const int pixelWidth = isTurned ? mode.pixels.height : mode.pixels.width;
+    return std::make_shared<const CGDisplayMode>(CGDisplayMode{
+        mode.id, mode.size.width, mode.size.height, pixelWidth, mode.rate, mode.isUsable});
 }
 
 std::unique_ptr<CGDisplayConfig> closed(CGDisplayConfigRef configuration) {

@@ -10,7 +10,7 @@ struct KeyCombination {
     std::uint8_t hardwareKey = 0;      ///< the kernel's code
     std::uint32_t carbonModifiers = 0; ///< bits of the hot-key service
 
-    friend auto operator<=>(const KeyCombination&, const KeyCombination&) = default;
+    friend bool operator==(const KeyCombination&, const KeyCombination&) = default;
 };
 
 /// What a family of sessions does for hot keys. All else is the same for each and stands above, in

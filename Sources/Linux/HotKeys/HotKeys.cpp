@@ -77,12 +77,14 @@ HotKeys::Answer HotKeys::take(HotKey& hotKey) {
 /// left the program says so.
 void HotKeys::report(const HotKey& hotKey, const std::vector<KeyCombination>& refused) {
     for (const KeyCombination& combination : hotKey.combinations)
-        if (missing_.erase(combination) > 0)
+        if (std::erase(missing_, combination) > 0)
             NSLog("tessary: " + nameOf(combination) + " is free again and works");
     for (const KeyCombination& combination : refused)
-        if (missing_.insert(combination).second)
+        if (std::ranges::find(missing_, combination) == missing_.end()) {
+            missing_.push_back(combination);
             NSLog("tessary: " + nameOf(combination) + " is taken by another program; " +
                   nameOf(hotKey.combinations.front()) + " works without it");
+        }
 }
 
 void HotKeys::remove(std::uint32_t virtualKey, std::uint32_t carbonModifiers) {

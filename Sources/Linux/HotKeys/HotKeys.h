@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <functional>
 #include <list>
-#include <set>
 #include <vector>
 
 namespace tessary {
@@ -53,7 +52,7 @@ private:
 
     HotKeySource* source_ = nullptr;
     std::list<HotKey> hotKeys_;
-    std::set<KeyCombination> missing_; ///< of which was said that others have them
+    std::vector<KeyCombination> missing_; ///< of which a log line said that others have them
 };
 
 } // namespace tessary

@@ -87,17 +87,17 @@ bool X11Session::claimFirstStart() {
     return true;
 }
 
-std::shared_ptr<void> X11Session::feedEvents(std::function<void()> lost) {
-    return std::make_shared<XEventSource>(*connection_, [lost = std::move(lost)] {
+std::shared_ptr<void> X11Session::feedEvents(const std::function<void()>& lost) {
+    return std::make_shared<XEventSource>(*connection_, [lost] {
         NSLog("tessary: the X server is gone");
         lost();
     });
 }
 
-bool X11Session::findTray(std::function<void()> appeared) {
+bool X11Session::findTray(const std::function<void()>& appeared) {
     if (!tray_)
         tray_ = std::make_unique<TraySelection>(*connection_);
-    return tray_->find(std::move(appeared));
+    return tray_->find(appeared);
 }
 
 void X11Session::stopWaitingForTray() {

@@ -22,8 +22,8 @@ public:
     std::optional<PixelPoint> pointer() override { return pointer_.position(); }
     void alert() override;
     bool claimFirstStart() override;
-    std::shared_ptr<void> feedEvents(std::function<void()> lost) override;
-    bool findTray(std::function<void()> appeared) override;
+    std::shared_ptr<void> feedEvents(const std::function<void()>& lost) override;
+    bool findTray(const std::function<void()>& appeared) override;
     void stopWaitingForTray() override;
     void ungrabKeyboard(QWindow& window) override;
 
