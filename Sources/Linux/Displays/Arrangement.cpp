@@ -70,8 +70,8 @@ public:
                 placeNeighbours(queue[next], horizontal, queue);
     }
 
-    /// Places the displays that are not reached from the changed one: each group of touching ones as
-    /// a whole, where it was unless another display is there now.
+    /// Places the displays that are not reached from the changed one: each group of touching ones
+    /// as a whole, where it was unless another display is there now.
     void placeOthers(Side side) {
         for (std::size_t i = 0; i < after_.size(); ++i) {
             if (isPlaced_[i])

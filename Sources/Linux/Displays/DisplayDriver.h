@@ -30,8 +30,8 @@ public:
     /// new.
     virtual bool refresh() = 0;
 
-    /// The active displays in the session's order, as last read or switched: asks nothing. What
-    /// `described` fills in may be missing.
+    /// The active displays in the session's order, as last read or switched: asks nothing. Names,
+    /// numbers and the main display may be missing, which `described` fills in.
     virtual DisplayRecords displays() const = 0;
 
     /// Carries out the changes, whole or not at all, with room made by the neighbours (`arrange`).

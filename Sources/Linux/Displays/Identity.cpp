@@ -15,7 +15,7 @@ void identify(DisplayRecord& display) {
         display.model = identity->model;
         display.serial = identity->serial;
         display.name = identity->name;
-    } else { // virtual machines, dummy outputs: told apart by their connectors
+    } else if (display.serial == 0) { // dummy outputs: told apart by their connectors
         display.serial = connectorHash(display.connector);
     }
     if (!display.name && !display.isBuiltin)

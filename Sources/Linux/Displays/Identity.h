@@ -11,8 +11,9 @@ namespace tessary {
 bool isBuiltinConnector(std::string_view connector);
 
 /// The displays of a driver with what their EDID and connector say about each of them, and what
-/// they are among each other: names that differ, and one main display. Where the driver has chosen
-/// no main one, it is the one at the origin, else the first.
+/// they are among each other: names that differ, and one main display. What the driver has filled
+/// in counts where there is no EDID, and for the main display, which else is the one at the origin
+/// or the first.
 DisplayRecords described(DisplayRecords displays);
 
 } // namespace tessary

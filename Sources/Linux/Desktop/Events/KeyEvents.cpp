@@ -12,11 +12,11 @@ namespace tessary {
 
 namespace {
 
-constexpr NSEventModifierFlags capsLock = 1U << 16U;
-constexpr NSEventModifierFlags shift = 1U << 17U;
-constexpr NSEventModifierFlags control = 1U << 18U;
-constexpr NSEventModifierFlags option = 1U << 19U;
-constexpr NSEventModifierFlags command = 1U << 20U;
+constexpr auto capsLock = NSEventModifierFlagCapsLock;
+constexpr auto shift = NSEventModifierFlagShift;
+constexpr auto control = NSEventModifierFlagControl;
+constexpr auto option = NSEventModifierFlagOption;
+constexpr auto command = NSEventModifierFlagCommand;
 
 struct ModifierKey {
     std::uint32_t key = 0;

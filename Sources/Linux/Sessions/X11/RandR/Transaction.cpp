@@ -27,6 +27,11 @@ enum class TurnOff {
     whatChanges, ///< some servers refuse a size under an active CRTC without need
 };
 
+struct Attempt {
+    Outcome outcome = Outcome::done;
+    bool screenWasRefused = false;
+};
+
 /// The requests of one transition, sent as they are made; the answers are read afterwards.
 class Batch {
 public:
@@ -53,23 +58,21 @@ public:
                              static_cast<std::int16_t>(after.y));
     }
 
-    Outcome finish(Pointer& pointer) {
+    Attempt finish(Pointer& pointer) {
         selectEvents(x_, Selection::changes);
         pointer.setLayoutChange(xcb_ungrab_server(x_.get()).sequence);
         xcb_flush(x_.get());
-        Outcome outcome = Outcome::done;
+        Attempt attempt;
         for (const auto cookie : crtcCookies_)
-            add(crtcOutcome(cookie), outcome);
+            add(crtcOutcome(cookie), attempt.outcome);
         // The replies above prove that the server is past these requests: no further round trip.
         for (const auto cookie : screenCookies_)
             if (const XReply<xcb_generic_error_t> error{xcb_request_check(x_.get(), cookie)})
-                screenWasRefused_ = true;
-        if (screenWasRefused_)
-            add(Outcome::refused, outcome);
-        return outcome;
+                attempt.screenWasRefused = true;
+        if (attempt.screenWasRefused)
+            add(Outcome::refused, attempt.outcome);
+        return attempt;
     }
-
-    bool screenWasRefused() const { return screenWasRefused_; }
 
 private:
     void changeWithoutDarkness() {
@@ -192,12 +195,6 @@ private:
     std::vector<xcb_randr_set_crtc_config_cookie_t> crtcCookies_;
     std::vector<xcb_void_cookie_t> screenCookies_;
     std::vector<xcb_randr_crtc_t> turnedOff_;
-    bool screenWasRefused_ = false;
-};
-
-struct Attempt {
-    Outcome outcome = Outcome::done;
-    bool screenWasRefused = false;
 };
 
 Attempt attempt(const XConnection& connection, Pointer& pointer, const Transition& transition,
@@ -205,8 +202,7 @@ Attempt attempt(const XConnection& connection, Pointer& pointer, const Transitio
     Batch batch(connection, transition, density);
     batch.changeScreen(turnOff);
     batch.movePointer(transition);
-    const Outcome outcome = batch.finish(pointer);
-    return {outcome, batch.screenWasRefused()};
+    return batch.finish(pointer);
 }
 
 xcb_timestamp_t configurationTime(const XConnection& x) {
