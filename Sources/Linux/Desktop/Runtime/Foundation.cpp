@@ -1,5 +1,7 @@
 #include "Platform/Foundation.h"
 
+#include "Linux/Desktop/Runtime/MainQueue.h"
+
 #include <sys/stat.h>
 #include <syslog.h>
 #include <unistd.h>
@@ -9,6 +11,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <ctime>
+#include <utility>
 
 namespace {
 
@@ -48,4 +51,8 @@ void NSLog(std::string_view line) {
         ::syslog(LOG_USER | LOG_INFO, "%s", text.c_str());
     }
     writeToStandardError(text + '\n');
+}
+
+void DispatchQueue::mainAsync(std::function<void()> task) {
+    tessary::MainQueue::shared().submit(std::move(task));
 }
