@@ -11,7 +11,6 @@
 #include <cstdlib>
 #include <fstream>
 #include <functional>
-#include <map>
 #include <memory>
 #include <poll.h>
 #include <stdexcept>

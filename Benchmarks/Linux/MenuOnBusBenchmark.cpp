@@ -12,7 +12,6 @@
 
 #include <memory>
 #include <string>
-#include <vector>
 
 /// (ia{sv}av), the children being variants of the same.
 struct ReadyEntry {

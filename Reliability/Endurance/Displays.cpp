@@ -1,6 +1,5 @@
 #include "Displays.h"
 
-#include <algorithm>
 #include <span>
 #include <stdexcept>
 

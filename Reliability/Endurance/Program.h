@@ -6,7 +6,6 @@
 #include "Desktop/Harness/Session.h"
 #include "Desktop/Harness/Waiting.h"
 
-#include <memory>
 #include <string>
 
 namespace endurance {

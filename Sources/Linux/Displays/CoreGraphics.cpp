@@ -3,7 +3,6 @@
 #include "Linux/Displays/Displays.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <list>
 #include <memory>
 #include <utility>

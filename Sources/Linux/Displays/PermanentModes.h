@@ -4,7 +4,6 @@
 #include "Linux/Displays/DisplayRecord.h"
 
 #include <optional>
-#include <string_view>
 #include <vector>
 
 namespace tessary {

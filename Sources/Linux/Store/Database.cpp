@@ -4,9 +4,6 @@
 #include "Linux/Store/WriteSchedule.h"
 #include "Platform/Foundation.h"
 
-#include <algorithm>
-#include <string>
-
 namespace tessary {
 
 namespace {

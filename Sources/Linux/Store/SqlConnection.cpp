@@ -1,7 +1,6 @@
 #include "Linux/Store/SqlConnection.h"
 
 #include <cstddef>
-#include <utility>
 
 namespace tessary {
 

@@ -1,6 +1,7 @@
 #include "Linux/Store/Tables.h"
 
 #include <algorithm>
+#include <array>
 #include <iterator>
 #include <string>
 #include <string_view>

@@ -3,7 +3,6 @@
 
 #include "Linux/Store/SqlConnection.h"
 
-#include <array>
 #include <cstddef>
 #include <map>
 #include <optional>

@@ -6,7 +6,6 @@
 
 #include <QDBusArgument>
 #include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
 #include <QVariantMap>
 
 #include <string>

@@ -6,6 +6,8 @@
 #include "Linux/Session.h"
 #include "Platform/AppKit/NSSound.h"
 
+#include <QMouseEvent>
+
 namespace tessary {
 
 namespace {

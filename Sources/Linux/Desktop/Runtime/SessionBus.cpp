@@ -8,7 +8,6 @@
 #include <string_view>
 #include <system_error>
 #include <thread>
-#include <utility>
 
 namespace tessary {
 

@@ -4,7 +4,6 @@
 #include "Linux/Desktop/StatusItem/MenuExport.h"
 
 #include <QDBusArgument>
-#include <QList>
 #include <QStringList>
 
 namespace tessary {

@@ -5,9 +5,7 @@
 #include "Linux/Sessions/X11/RandR/ConfigurationDetails.h"
 
 #include <algorithm>
-#include <array>
 #include <span>
-#include <string_view>
 
 namespace tessary {
 
