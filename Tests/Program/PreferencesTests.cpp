@@ -79,16 +79,22 @@ TEST_F(Preferences, ShowTheDisplaysPresetsShortcutsAndSwitches) {
 
 TEST_F(Preferences, ControlsWriteAndTheFormFollows) {
     const std::string mode = R"({"width":800,"height":600,"isHiDPI":false,"refreshRate":60})";
+    const std::string refusal = "; log: TSY: could not update login item — the folder is read-only";
     // clang-format off
     const std::vector<std::tuple<std::function<void()>, std::string, std::string>> rows{
         {[] { pick("Display", "Display 2"); }, "list modes of 2", "✓ Display 2]"},
         {[] { pick("Resolution 2", "800 × 600"); },
          "store mode.10-20-30.two = " + mode + "; tessary.tsy.bindingsChanged",
          "2\n   [Not set | --- | ✓ 800 × 600]"},
+        {[] { pick("Resolution 2", "800 × 600"); }, // which is stored
+         "store mode.10-20-30.two = " + mode + "; tessary.tsy.bindingsChanged", ""},
         {[] { pick("Resolution 2", "Not set"); },
          "store mode.10-20-30.two = zero bytes; tessary.tsy.bindingsChanged", "2\n   [✓ Not set"},
         {[] { flip("Start Tessary at login"); }, "register login item", "login: on"},
-        {[] { state.refused = "unregister"; flip("Start Tessary at login"); }, "unregister login item; log: TSY: could not update login item — the folder is read-only", "login: off"},
+        {[] { state.refused = "unregister"; flip("Start Tessary at login"); },
+         "unregister login item" + refusal, "login: off"},
+        {[] { state.refused = "register"; flip("Start Tessary at login"); },
+         "register login item" + refusal, "login: on"},
         {[] { flip("Check automatically"); }, "check only when told to", "automatically: off"},
         {[] { pushButton("Check Now"); }, "check for updates", ""},
         {[] { click(field("Resolution 1")); type(96); state.takeLog(); }, "", "  F5\n"},
@@ -102,6 +108,15 @@ TEST_F(Preferences, ControlsWriteAndTheFormFollows) {
         EXPECT_NE(shownForm().find(part), std::string::npos) << part << " in\n" << shownForm();
     }
     EXPECT_EQ(&field("Resolution 1"), firstField) << "a field outlives the form's values";
+    for (const auto& [status, shown] : {std::pair(SMAppServiceStatus::enabled, "on"),
+                                        {SMAppServiceStatus::requiresApproval, "off"}}) {
+        state.loginItem = status;
+        preferences = tsy::PreferencesWindowController::make();
+        EXPECT_EQ(state.takeLog(), "list modes of 1; list modes of 1") << "it only looks";
+        const auto part =
+            std::string("login: ") + shown + "\n  Updates\n  Check automatically: off";
+        EXPECT_PRED_FORMAT2(testing::IsSubstring, part, shownForm());
+    }
 }
 
 TEST_F(Preferences, AChoiceThatComesAfterItsDisplayHasGoneStoresNothing) {
@@ -158,7 +173,7 @@ protected:
         state.takeLog();
         click(field("Resolution 1"));
         EXPECT_EQ(state.takeLog(), "focus; withdraw; watch keys; watch clicks");
-        EXPECT_EQ(drawnText(field("Resolution 1")), "Type a shortcut…");
+        EXPECT_EQ(drawn(field("Resolution 1")).text, "Type a shortcut…");
     }
 };
 
@@ -172,6 +187,7 @@ TEST_F(Recording, TakesWhatCanBeAHotKeyAndRefusesTheRest) {
                       std::to_string(modifiers) + "}");
     };
     const std::string prompt = "Type a shortcut…";
+    constexpr auto left = NSEventType::leftMouseDown;
     constexpr auto right = NSEventType::rightMouseDown;
     const auto first = []() -> NSView& { return field("Resolution 1"); };
     // clang-format off
@@ -205,9 +221,9 @@ TEST_F(Recording, TakesWhatCanBeAHotKeyAndRefusesTheRest) {
          end + "; withdraw; watch keys; watch clicks"},
         {[&] { click(first(), right); }, prompt, ""},
         {[&] { click(first()); }, "F14", end},
-        {[] { clickBeside(); }, "F14", end + "; click arrives"},
-        {[] { clickBeside(right); }, "F14", end + "; click arrives"},
-        {[] { clickInAnotherWindow(); }, "F14", end + "; click arrives"},
+        {[] { click({1, 1}, left, state.window.lock()); }, "F14", end + "; click arrives"},
+        {[] { click({1, 1}, right, state.window.lock()); }, "F14", end + "; click arrives"},
+        {[] { click({301, 1}, left, nullptr); }, "F14", end + "; click arrives"}, // where ours has a field
         {[] { click(field("Resolution 2")); type(107); }, "F14",
          end + "; focus; withdraw; watch keys; watch clicks; beep"}, // which records now
         {[] { closeWindow(); }, prompt, "register 107 + 0 as 2"}};
@@ -217,9 +233,9 @@ TEST_F(Recording, TakesWhatCanBeAHotKeyAndRefusesTheRest) {
         act();
         EXPECT_EQ(state.takeLog(), log) << text;
         EXPECT_TRUE(text == prompt || first().peer().needsDisplay) << log;
-        EXPECT_EQ(drawnText(first()), text) << log;
+        EXPECT_EQ(drawn(first()).text, text) << log;
         runMainQueue();
-        EXPECT_EQ(drawnText(first()), text) << "once the form was built again, " << log;
+        EXPECT_EQ(drawn(first()).text, text) << "once the form was built again, " << log;
     }
 }
 
@@ -244,8 +260,8 @@ TEST_F(Recording, IsDrawnInTheAccentColourAndRestInThatOfTextsAtAnySize) {
         act();
         EXPECT_TRUE(view.peer().needsDisplay) << colours;
         view.peer().frame.size = size;
-        EXPECT_EQ(drawing(view), colours);
-        const auto& [text, box] = std::tie(state.drawnAt, state.drawnBox);
+        const auto& [drawnColours, words, text, box] = drawn(view);
+        EXPECT_EQ(drawnColours, colours);
         EXPECT_EQ(text.origin.x + text.size.width / 2, size.width / 2);
         EXPECT_EQ(text.origin.y + text.size.height / 2, size.height / 2);
         EXPECT_EQ(box.origin.x + box.size.width / 2, size.width / 2);

@@ -9,23 +9,6 @@ namespace {
 
 tsy::Settings& settings = tsy::Settings::shared();
 
-TEST_F(SettingsStore, AnnouncesEachWrite) {
-    for (int time = 1; time <= 2; ++time) { // also of what is stored already
-        settings.setSpec(ModeSpec{1, 2, true, 3}, Slot::one, "ü");
-        settings.setSpec(std::nullopt, Slot::two, "1-2-3");
-        settings.setShortcut(Shortcut{3, 0}, Slot::two);
-        // clang-format off
-        EXPECT_EQ(state.takeLog(),
-            R"(store mode.ü.one = {"width":1,"height":2,"isHiDPI":true,"refreshRate":3}; )"
-            "tessary.tsy.bindingsChanged; store mode.1-2-3.two = zero bytes; tessary.tsy.bindingsChanged; "
-            R"(store shortcut.two = {"keyCode":3,"modifiers":0}; tessary.tsy.shortcutsChanged)");
-    }
-    // clang-format on
-    settings.resetShortcuts();
-    EXPECT_EQ(state.takeLog(),
-              "remove shortcut.one; remove shortcut.two; tessary.tsy.shortcutsChanged");
-}
-
 TEST_F(SettingsStore, ReadsWhateverTheDatabaseHolds) {
     const std::string mode = R"({"width":1,"height":2,"isHiDPI":true,"refreshRate":3})";
     using Row = std::tuple<Value, std::optional<ModeSpec>, std::optional<Shortcut>>;
@@ -39,22 +22,6 @@ TEST_F(SettingsStore, ReadsWhateverTheDatabaseHolds) {
         EXPECT_EQ(settings.shortcut(Slot::one), shortcut);
     }
     EXPECT_EQ(state.takeLog(), "") << "unreadable bytes stay";
-}
-
-TEST_F(SettingsStore, LoginItemIsThePlatformsAndARefusalIsOneLogLine) {
-    state.refused = "register";
-    settings.setLaunchAtLogin(true);
-    EXPECT_FALSE(settings.launchAtLogin());
-    state.refused = "unregister";
-    settings.setLaunchAtLogin(true);
-    EXPECT_TRUE(settings.launchAtLogin());
-    settings.setLaunchAtLogin(false);
-    EXPECT_TRUE(settings.launchAtLogin());
-    state.loginItem = SMAppServiceStatus::requiresApproval;
-    EXPECT_FALSE(settings.launchAtLogin());
-    const std::string refusal = "log: TSY: could not update login item — the folder is read-only";
-    EXPECT_EQ(state.takeLog(), "register login item; " + refusal +
-                                   "; register login item; unregister login item; " + refusal);
 }
 
 TEST_F(Notifications, ReachObserversInOrderAndHonourWhatTheseChangeMeanwhile) {

@@ -12,7 +12,8 @@ void note(const NSColor& color) {
                                   "label",  "tertiary label",  "blue"};
     std::ostringstream text;
     text << names[static_cast<std::size_t>(color.name)] << " " << color.alpha;
-    state.drawing += (state.drawing.empty() ? "" : ", ") + text.str();
+    std::string& colours = state.drawing.colours;
+    colours += (colours.empty() ? "" : ", ") + text.str();
 }
 
 } // namespace
@@ -25,8 +26,8 @@ CGSize NSStringSizeWithAttributes(std::string_view text, const NSTextAttributes&
 }
 
 void NSStringDrawAtPoint(std::string_view text, CGPoint point, const NSTextAttributes& attributes) {
-    state.drawnText = text;
-    state.drawnAt = {point, NSStringSizeWithAttributes(text, attributes)};
+    state.drawing.text = text;
+    state.drawing.textFrame = {point, NSStringSizeWithAttributes(text, attributes)};
     note(attributes.foregroundColor);
 }
 
@@ -35,18 +36,13 @@ void NSBezierPath::fill(const NSColor& color) const {
 }
 
 void NSBezierPath::stroke(const NSColor& color) const {
-    state.drawnBox = rect_;
+    state.drawing.box = rect_;
     note(color);
 }
 
-std::string simulated::drawing(NSView& view) {
-    state.drawing.clear();
+const simulated::Drawing& simulated::drawn(NSView& view) {
+    state.drawing = {};
     view.peer().needsDisplay = false;
     view.draw(view.bounds());
     return state.drawing;
-}
-
-std::string simulated::drawnText(NSView& view) {
-    drawing(view);
-    return state.drawnText;
 }

@@ -61,7 +61,7 @@ struct Description {
 
     std::string operator()(const HostedView& /*view*/) const {
         localized.insert(simulated::field(row).toolTip());
-        return simulated::drawnText(simulated::field(row));
+        return simulated::drawn(simulated::field(row)).text;
     }
 
     std::string operator()(const auto& /*container*/) const { return {}; }

@@ -29,6 +29,14 @@ struct Display {
     std::uint32_t currentMode = 1;                               ///< its number
 };
 
+/// What a view has drawn: the colours in the order in which it did, its text and its box.
+struct Drawing {
+    std::string colours;
+    std::string text;
+    CGRect textFrame;
+    CGRect box;
+};
+
 using Value = std::variant<NSData, bool, std::string>;
 
 /// All that `reset` puts back.
@@ -70,10 +78,7 @@ struct State {
     bool isWindowInFront = false;
     bool areKeysWatched = false; ///< by event monitors
     bool areClicksWatched = false;
-    std::string drawing; ///< what the last view drew
-    std::string drawnText;
-    CGRect drawnAt; ///< the text
-    CGRect drawnBox;
+    Drawing drawing; ///< of the view that was drawn last
 
     bool refuses(std::string_view request) const { return request.starts_with(refused); }
     void note(std::string_view line) { log.append(log.empty() ? "" : "; ").append(line); }

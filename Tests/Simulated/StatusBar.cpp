@@ -2,8 +2,6 @@
 
 #include "Simulated/State.h"
 
-#include <algorithm>
-
 using simulated::state;
 
 namespace {

@@ -24,20 +24,6 @@ void render(const std::shared_ptr<NSWindow>& window, const Forms::Form& form) {
     }
 }
 
-void clickAt(CGPoint place, NSEventType button, const std::shared_ptr<NSWindow>& window) {
-    const NSEvent event{.type = button, .window = window, .locationInWindow = place};
-    if (NSEventSendToMonitors(event) == NSEvent::Passage::swallow)
-        return;
-    if (window != nullptr)
-        for (const auto& [row, view] : window->peer().fields)
-            if (CGRectContainsPoint(view->peer().frame, place)) {
-                if (button == NSEventType::leftMouseDown)
-                    view->mouseDown(event);
-                return;
-            }
-    state.note("click arrives");
-}
-
 void send(NSEventType type, std::uint16_t keyCode, NSEventModifierFlags modifiers) {
     if (NSEventSendToMonitors({type, keyCode, modifiers, {}, {}}) == NSEvent::Passage::passOn)
         state.note("key arrives");
@@ -113,17 +99,23 @@ void simulated::holdModifiers(NSEventModifierFlags modifiers) {
     send(NSEventType::flagsChanged, 0, modifiers);
 }
 
+void simulated::click(CGPoint place, NSEventType button, const std::shared_ptr<NSWindow>& window) {
+    const NSEvent event{.type = button, .window = window, .locationInWindow = place};
+    if (NSEventSendToMonitors(event) == NSEvent::Passage::swallow)
+        return;
+    if (window != nullptr)
+        for (const auto& [row, view] : window->peer().fields)
+            if (CGRectContainsPoint(view->peer().frame, place)) {
+                if (button == NSEventType::leftMouseDown)
+                    view->mouseDown(event);
+                return;
+            }
+    state.note("click arrives");
+}
+
 void simulated::click(const NSView& view, NSEventType button) {
     const auto [origin, size] = view.peer().frame;
-    clickAt({origin.x + size.width / 2, origin.y + size.height / 2}, button, view.window());
-}
-
-void simulated::clickBeside(NSEventType button) {
-    clickAt({1, 1}, button, state.window.lock());
-}
-
-void simulated::clickInAnotherWindow() {
-    clickAt({301, 1}, NSEventType::leftMouseDown, nullptr); // where this one has a field
+    click({origin.x + size.width / 2, origin.y + size.height / 2}, button, view.window());
 }
 
 void simulated::closeWindow() {

@@ -40,19 +40,17 @@ void pushButton(const std::string& title);
 /// The program's own view in the row with this label.
 NSView& field(const std::string& row);
 
-/// The colours that the view draws in now, in the order in which it does, and its text.
-std::string drawing(NSView& view);
-std::string drawnText(NSView& view);
+/// What the view draws now.
+const Drawing& drawn(NSView& view);
 
 /// Types a key, or presses and releases modifiers. The log names what no monitor has swallowed.
 void type(std::uint16_t keyCode, NSEventModifierFlags modifiers = 0);
 void holdModifiers(NSEventModifierFlags modifiers);
 
-/// Clicks on the middle of the view, beside all views or in another window. The log names clicks
-/// that arrive where no view is.
+/// Clicks on the middle of the view, or at a place of the window, null for one of others. The log
+/// names clicks that arrive where no view is.
 void click(const NSView& view, NSEventType button = NSEventType::leftMouseDown);
-void clickBeside(NSEventType button = NSEventType::leftMouseDown);
-void clickInAnotherWindow();
+void click(CGPoint place, NSEventType button, const std::shared_ptr<NSWindow>& window);
 
 void closeWindow();
 
