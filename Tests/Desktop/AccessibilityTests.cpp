@@ -1,18 +1,16 @@
 // The preferences window as somebody meets it who has a screen reader and a keyboard.
 #include "Desktop/Desktop.h"
-#include "Desktop/Harness/Accessibility.h"
 
 namespace desktop {
 namespace {
 
-class Accessibility : public PanelDesktop {
+class Accessibility : public SpokenDesktop {
 protected:
     void SetUp() override {
         choosePreferences();
-        ASSERT_TRUE(reader_.tells("combo box Display = DUMMY0 (main), focused\n"));
+        ASSERT_TRUE(tells("combo box Display = DUMMY0 (main), focused\n"));
     }
 
-    ScreenReader reader_{home_, server_, bus_};
     ChildProcess tessary_{programOnBus()};
 };
 
@@ -20,7 +18,7 @@ TEST_F(Accessibility, TellsWhatEachControlIsAboutAndWhatItShows) {
     const std::string current = "Currently 1280 × 720  60 Hz.";
     const std::string hint = "Click a shortcut to change it. ⎋ cancels, ⌫ clears. Shortcuts act on "
                              "whichever display the pointer is on.";
-    ASSERT_TRUE(reader_.tells("push button Resolution 2 (F15)\n")) << "it has been drawn";
+    ASSERT_TRUE(tells("push button Resolution 2 (F15)\n")) << "it has been drawn";
     // clang-format off
     EXPECT_EQ(reader_.shown(),
         "frame Tessary\n"
@@ -41,35 +39,30 @@ TEST_F(Accessibility, TellsWhatEachControlIsAboutAndWhatItShows) {
         "you press them.\n");
     // clang-format on
     server_.xrandr({"--output", "DUMMY1", "--off"});
-    EXPECT_TRUE(reader_.tells("combo box Display = DUMMY0, disabled\n")) << reader_.shown();
+    EXPECT_TRUE(tells("combo box Display = DUMMY0, disabled\n"));
 }
 
 TEST_F(Accessibility, ActsOnControlsAndTellsWhatBecomesOfThem) {
     reader_.act("push button Resolution 1");
-    EXPECT_TRUE(reader_.tells("push button Resolution 1 (Type a shortcut…), focused\n"))
-        << reader_.shown();
+    EXPECT_TRUE(tells("push button Resolution 1 (Type a shortcut…), focused\n"));
     EXPECT_FALSE(client_.isGrabbed(keys::f15)) << "free to be recorded";
     reader_.act("push button Resolution 2");
-    EXPECT_TRUE(reader_.tells("push button Resolution 2 (Type a shortcut…), focused\n"))
-        << reader_.shown();
-    EXPECT_TRUE(reader_.tells("push button Resolution 1 (F14)\n")) << reader_.shown();
+    EXPECT_TRUE(tells("push button Resolution 2 (Type a shortcut…), focused\n"));
+    EXPECT_TRUE(tells("push button Resolution 1 (F14)\n"));
     reader_.act("push button Restore Defaults");
-    EXPECT_TRUE(reader_.tells("push button Resolution 2 (F15)")) << reader_.shown();
+    EXPECT_TRUE(tells("push button Resolution 2 (F15)"));
     reader_.act("push button Resolution 1");
-    ASSERT_TRUE(reader_.tells("push button Resolution 1 (Type a shortcut…), focused\n"));
-    client_.press(keys::super);
-    client_.tap(keys::k);
-    client_.release(keys::super);
-    EXPECT_TRUE(reader_.tells("push button Resolution 1 (⌘K), focused\n")) << reader_.shown();
+    ASSERT_TRUE(tells("push button Resolution 1 (Type a shortcut…), focused\n"));
+    client_.tap(keys::k, {keys::super});
+    EXPECT_TRUE(tells("push button Resolution 1 (⌘K), focused\n"));
     reader_.act("push button Restore Defaults");
-    EXPECT_TRUE(reader_.tells("push button Resolution 1 (F14)")) << reader_.shown();
+    EXPECT_TRUE(tells("push button Resolution 1 (F14)"));
     EXPECT_TRUE(client_.waitUntil([this] { return !home_.settings().contains("shortcut.one"); }));
     for (int time = 0; time < 2; ++time)
         reader_.act("push button Check Now"); // which knows no feed here
-    EXPECT_TRUE(reader_.tells("label Updates are not set up in this copy of Tessary.\n"))
-        << reader_.shown();
+    EXPECT_TRUE(tells("label Updates are not set up in this copy of Tessary.\n"));
     reader_.act("check box Start Tessary at login");
-    EXPECT_TRUE(reader_.tells("check box Start Tessary at login, checked")) << reader_.shown();
+    EXPECT_TRUE(tells("check box Start Tessary at login, checked"));
     const auto entry = home_.path() / "config/autostart/org.tessary.Tessary.desktop";
     EXPECT_TRUE(client_.waitUntil([&] { return std::filesystem::exists(entry); }));
     EXPECT_EQ(reader_.shown().find("not set up"), reader_.shown().rfind("not set up"))

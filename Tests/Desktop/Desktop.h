@@ -1,9 +1,11 @@
 // What the cases have in common: a desktop with two displays, and the program on it.
 #pragma once
 
+#include "Desktop/Harness/Accessibility.h"
 #include "Desktop/Harness/Client.h"
 #include "Desktop/Harness/Panel.h"
 #include "Desktop/Harness/Session.h"
+#include "Desktop/Harness/Windows.h"
 
 #include <csignal>
 
@@ -14,13 +16,14 @@ namespace desktop {
 /// What the program says where nobody shows its icon.
 inline const std::string noPanel = "tessary: no panel shows status icons; waiting for one";
 
+inline Layout both(const std::string& left, const std::string& right) {
+    return {{"DUMMY0", left}, {"DUMMY1", right}};
+}
+
 /// What the displays of the tests show before the first key press, and after one for each slot.
-inline const Layout untouched{{"DUMMY0", "1280x720+0+0 60.00 Hz"},
-                              {"DUMMY1", "1280x720+1280+0 60.00 Hz"}};
-inline const Layout leftHasOne{{"DUMMY0", "1920x1080+0+0 59.96 Hz"},
-                               {"DUMMY1", "1280x720+1920+0 60.00 Hz"}};
-inline const Layout leftHasTwo{{"DUMMY0", "2560x1440+0+0 60.00 Hz"},
-                               {"DUMMY1", "1280x720+2560+0 60.00 Hz"}};
+inline const Layout untouched = both("1280x720+0+0 60.00 Hz", "1280x720+1280+0 60.00 Hz");
+inline const Layout leftHasOne = both("1920x1080+0+0 59.96 Hz", "1280x720+1920+0 60.00 Hz");
+inline const Layout leftHasTwo = both("2560x1440+0+0 60.00 Hz", "1280x720+2560+0 60.00 Hz");
 
 class Desktop : public testing::Test {
 protected:
@@ -37,11 +40,16 @@ protected:
 
     Words program() const { return home_.commandOn(server_.display(), {TESSARY_PROGRAM}); }
 
-    /// Whether the program has taken its keys, which it does after seeding the displays.
-    bool isReady() {
-        return client_.waitUntil(
-            [this] { return client_.isGrabbed(keys::pause) && client_.isGrabbed(keys::f15); });
+    /// Whether the program comes to take the key, or to give it back.
+    bool takes(std::uint8_t key, std::uint16_t modifiers = 0) {
+        return client_.waitUntil([&] { return client_.isGrabbed(key, modifiers); });
     }
+    bool frees(std::uint8_t key, std::uint16_t modifiers = 0) {
+        return client_.waitUntil([&] { return !client_.isGrabbed(key, modifiers); });
+    }
+
+    /// Whether the program has taken its keys, which it does after seeding the displays.
+    bool isReady() { return takes(keys::f15) && takes(keys::pause); }
 
     /// The program from when it is ready.
     struct Tessary : ChildProcess {
@@ -51,10 +59,11 @@ protected:
         }
     };
 
-    /// Waits for the layout if need be; answers what it is in the end.
-    Layout layoutOnce(const Layout& expected) {
-        client_.waitUntil([&] { return server_.layout() == expected; });
-        return server_.layout();
+    /// Whether the displays come to show this.
+    testing::AssertionResult show(const Layout& expected) {
+        if (client_.waitUntil([&] { return server_.layout() == expected; }))
+            return testing::AssertionSuccess();
+        return testing::AssertionFailure() << testing::PrintToString(server_.layout());
     }
 
     /// Presses the key and waits for the alert. Answers the layout then.
@@ -69,7 +78,15 @@ protected:
     void expectPress(std::uint8_t key, int pointer, const Layout& expected) {
         client_.movePointer(pointer, 300);
         client_.tap(key);
-        EXPECT_EQ(layoutOnce(expected), expected) << "key " << int{key} << " at " << pointer;
+        EXPECT_TRUE(show(expected)) << "key " << int{key} << " at " << pointer;
+    }
+
+    /// Where the program's window is; nothing when it cannot be seen.
+    std::optional<WindowPlace> window() const {
+        return visibleWindow(client_, WindowKind::framed, "tessary");
+    }
+    bool opensWindow() {
+        return client_.waitUntil([this] { return window().has_value(); });
     }
 
     /// Waits until the key that is held repeats once more. Our own keyboard tells it also of keys
@@ -109,6 +126,19 @@ protected:
 
     Panel panel_{bus_};
     WindowManager windowManager_{home_, server_};
+};
+
+/// And with a screen reader.
+class SpokenDesktop : public PanelDesktop {
+protected:
+    /// Whether it comes to tell this of the program.
+    testing::AssertionResult tells(const std::string& part) const {
+        if (waitUntil([&] { return reader_.shown().find(part) != std::string::npos; }))
+            return testing::AssertionSuccess();
+        return testing::AssertionFailure() << reader_.shown();
+    }
+
+    ScreenReader reader_{home_, server_, bus_};
 };
 
 } // namespace desktop

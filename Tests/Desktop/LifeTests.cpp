@@ -1,6 +1,5 @@
 // What the program remembers, and how it ends.
 #include "Desktop/Desktop.h"
-#include "Desktop/Harness/Windows.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -11,22 +10,18 @@ namespace {
 
 using Life = Desktop;
 
-/// The keys of the displays that were seeded.
-Words seeded(const Home& home) {
-    Words displays;
-    for (const auto& [key, value] : home.settings())
-        if (key.starts_with("seeded.")) {
-            EXPECT_EQ(value, "integer 1");
-            displays.push_back(key.substr(7));
-        }
-    return displays;
+/// How many displays have been seeded.
+auto seeded(const Home& home) {
+    return std::ranges::count_if(home.settings(), [](const auto& row) {
+        return row.first.starts_with("seeded.") && row.second == "integer 1";
+    });
 }
 
 TEST_F(Life, SeedsEachDisplayOnceAlsoOneThatIsPluggedInLaterAndSurvivesKilling) {
     std::map<std::string, std::string> settings;
     {
         Tessary tessary(*this, program());
-        EXPECT_TRUE(client_.waitUntil([this] { return seeded(home_).size() == 2; }))
+        EXPECT_TRUE(client_.waitUntil([this] { return seeded(home_) == 2; }))
             << "displays without an EDID are told apart";
         server_.addMode("DUMMY2", 1920, 1200);
         server_.xrandr({"--output", "DUMMY2", "--mode", "1920x1200_60", "--pos", "2560x0"});
@@ -35,7 +30,7 @@ TEST_F(Life, SeedsEachDisplayOnceAlsoOneThatIsPluggedInLaterAndSurvivesKilling) 
             return 3 == std::ranges::count_if(
                             settings, [](const auto& row) { return row.first.ends_with(".one"); });
         }));
-        EXPECT_EQ(seeded(home_).size(), 3U);
+        EXPECT_EQ(seeded(home_), 3);
         tessary.signal(SIGKILL);
         EXPECT_EQ(tessary.wait(), -SIGKILL);
     }
@@ -52,7 +47,7 @@ TEST_F(Life, WhatCouldNotBeSavedIsSavedAtTheEnd) {
     ASSERT_TRUE(tessary.waitForLine("tessary: settings are only in memory.*"));
     other.end();
     EXPECT_EQ(tessary.end(), 0);
-    EXPECT_EQ(seeded(home_).size(), 2U);
+    EXPECT_EQ(seeded(home_), 2);
 }
 
 TEST_F(Life, ANewSessionGetsThePermanentModesBackButNotWhereSomebodyElseChoseSince) {
@@ -69,18 +64,18 @@ TEST_F(Life, ANewSessionGetsThePermanentModesBackButNotWhereSomebodyElseChoseSin
     expectPress(keys::f14, 640, expected);
     server_.xrandr({"--output", "DUMMY1", "--mode", "2048x1536", "--right-of", "DUMMY0"});
     expected["DUMMY1"] = "2560x1440+1920+0 60.00 Hz";
-    ASSERT_EQ(layoutOnce(expected), expected);
+    ASSERT_TRUE(show(expected));
     // The same before anybody could look.
     tessary.signal(SIGSTOP);
     server_.xrandr({"--output", "DUMMY1", "--off"});
     server_.xrandr({"--output", "DUMMY1", "--mode", "2048x1536", "--right-of", "DUMMY0"});
     tessary.signal(SIGCONT);
-    ASSERT_EQ(layoutOnce(expected), expected);
+    ASSERT_TRUE(show(expected));
     // Whoever makes the screen smaller turns a display off, too, for a moment.
     server_.xrandr({"--output", "DUMMY1", "--mode", "2048x1536"});
     expected["DUMMY1"] = "2048x1536+1920+0 60.00 Hz";
     expectPress(keys::f14, 640, expected);
-    expected = {{"DUMMY0", "2560x1440+0+0 60.00 Hz"}, {"DUMMY1", "2048x1536+2560+0 60.00 Hz"}};
+    expected = both("2560x1440+0+0 60.00 Hz", "2048x1536+2560+0 60.00 Hz");
     expectPress(keys::f15, 640, expected);
     server_.stop();
     EXPECT_EQ(tessary.wait(), 1) << "an X server that ends, ends the program";
@@ -88,8 +83,7 @@ TEST_F(Life, ANewSessionGetsThePermanentModesBackButNotWhereSomebodyElseChoseSin
     const XServer next(home_);
     connectDisplays(next);
     next.addMode("DUMMY1", 2560, 1440);
-    const Layout firstModes{{"DUMMY0", "2048x1536+0+0 60.00 Hz"},
-                            {"DUMMY1", "2048x1536+2048+0 60.00 Hz"}};
+    const Layout firstModes = both("2048x1536+0+0 60.00 Hz", "2048x1536+2048+0 60.00 Hz");
     Client client(next.display());
     for (const Layout& found : {expected, firstModes}) { // only the first start restores
         // Nobody has chosen: each stands at its first mode.
@@ -132,8 +126,7 @@ TEST_F(Life, OpensItsWindowBesideABusThatHangsAndEndsBesideAnXServerThatHangs) {
     bus.signal(SIGSTOP);
     ChildProcess tessary(home_.commandOn(
         server_.display(), {bus.environment(), TESSARY_PROGRAM, "--action", "preferences"}));
-    EXPECT_TRUE(client_.waitUntil(
-        [&] { return visibleWindow(client_, WindowKind::framed, "tessary").has_value(); }));
+    EXPECT_TRUE(opensWindow());
     EXPECT_TRUE(tessary.waitForLine("tessary: the session bus does not answer; .*"));
     server_.signal(SIGSTOP);
     EXPECT_EQ(tessary.end(), 128 + SIGTERM);
@@ -153,8 +146,7 @@ TEST_F(SharedFolder, HasNoPluginsForAProgramThatIsCopiedThere) {
     ChildProcess tessary(
         home_.commandOn(server_.display(), {bus_.environment(), "QT_DEBUG_PLUGINS=1",
                                             folder + "/tessary", "--action", "preferences"}));
-    EXPECT_TRUE(client_.waitUntil(
-        [this] { return visibleWindow(client_, WindowKind::framed, "tessary").has_value(); }));
+    EXPECT_TRUE(opensWindow());
     EXPECT_EQ(tessary.end(), 0);
     EXPECT_TRUE(std::ranges::any_of(tessary.lines(), [](const std::string& line) {
         return line.ends_with("/platforms\" ...");

@@ -1,7 +1,6 @@
 // An update from the menu to the program that the desktop has for packages, with nothing between
 // but this computer.
 #include "Desktop/Desktop.h"
-#include "Desktop/Harness/Accessibility.h"
 #include "Publishing/Publisher.h"
 #include "Publishing/UpdateServer.h"
 
@@ -17,15 +16,13 @@ namespace fs = std::filesystem;
 const std::string check = "\nCheck for Updates…\nQuit Tessary\n";
 const std::string noCheck = "\nCheck for Updates… (disabled)\nQuit Tessary\n";
 
-class Updates : public PanelDesktop {
+class Updates : public SpokenDesktop {
 protected:
     /// Announces 1.10 and installs a Tessary of its own, which looks there.
     void SetUp() override {
-        publishing::Announcement item;
-        item.version = "1.10";
-        item.address = updateServer_.address("/package").toUtf8();
-        item.length = package_.size();
-        item.signature = publisher_.signature(item.version, package_);
+        const publishing::Announcement item{"1.10", updateServer_.address("/package").toUtf8(),
+                                            package_.size(),
+                                            publisher_.signature("1.10", package_)};
         updateServer_.answers["/feed"] = {.body = item.feed()};
         updateServer_.answers["/package"] = {.body = package_};
         fs::copy(TESSARY_STAGE, prefix_, fs::copy_options::recursive);
@@ -70,7 +67,6 @@ protected:
 
     fs::path prefix_ = home_.path() / "installed";
     fs::path handed_ = home_.path() / "handed-over";
-    ScreenReader reader_{home_, server_, bus_};
     publishing::UpdateServer updateServer_;
     publishing::Publisher publisher_;
     QByteArray package_ = "This stands for a package.\n";
@@ -82,10 +78,10 @@ TEST_F(Updates, AreOfferedVerifiedAndGivenToWhateverTheDesktopHasForPackages) {
     ASSERT_TRUE(panel_.hasIcon());
     EXPECT_TRUE(panel_.openedMenu().ends_with(check));
     panel_.choose("Check for Updates…");
-    ASSERT_TRUE(reader_.tells("push button Install (Tessary 1.10 is available")) << reader_.shown();
+    ASSERT_TRUE(tells("push button Install (Tessary 1.10 is available"));
     reader_.act("push button Install");
     EXPECT_TRUE(isHandedOver());
-    EXPECT_TRUE(hasClosed()) << reader_.shown();
+    EXPECT_TRUE(hasClosed());
     panel_.openedMenu();
     panel_.choose("Quit Tessary");
     EXPECT_EQ(tessary.wait(), 0);
@@ -111,18 +107,18 @@ TEST_F(Updates, AreLookedForOnceWhenTheUserAsksDuringACheckOfSchedule) {
     updateServer_.answers["/feed"].status = 0;
     ChildProcess tessary(program());
     choosePreferences();
-    ASSERT_TRUE(reader_.tells("check box Check automatically")) << reader_.shown();
+    ASSERT_TRUE(tells("check box Check automatically"));
     reader_.act("check box Check automatically");
     const auto& requests = updateServer_.requests["/feed"];
     ASSERT_TRUE(waitUntil([&] { return !requests.empty(); }));
     EXPECT_TRUE(panel_.openedMenu().ends_with(noCheck));
     reader_.act("push button Check Now");
-    ASSERT_TRUE(reader_.tells("progress bar Looking for updates…, focused")) << reader_.shown();
+    ASSERT_TRUE(tells("progress bar Looking for updates…, focused"));
     client_.tap(keys::escape);
     ASSERT_TRUE(waitUntil([&] { return panel_.openedMenu().ends_with(check); }));
     updateServer_.answers["/feed"].status = 200;
     panel_.choose("Check for Updates…");
-    EXPECT_TRUE(reader_.tells("push button Install")) << reader_.shown();
+    EXPECT_TRUE(tells("push button Install"));
     EXPECT_EQ(requests.size(), 2U) << "one for both, and this one";
 }
 
@@ -130,17 +126,16 @@ TEST_F(Updates, OfScheduleShowThemselvesOnlyWhenThereIsSomethingNewAndOnceADay) 
     configure(true);
     {
         ChildProcess tessary(program("de"));
-        ASSERT_TRUE(reader_.tells("push button Diese Version überspringen")) << reader_.shown();
+        ASSERT_TRUE(tells("push button Diese Version überspringen"));
         reader_.act("push button Diese Version überspringen");
-        EXPECT_TRUE(hasClosed()) << reader_.shown();
+        EXPECT_TRUE(hasClosed());
         EXPECT_TRUE(panel_.openedMenu().ends_with(check));
     }
     ChildProcess again(program());
     ASSERT_TRUE(waitUntil([this] { return panel_.registrations() == 2; }));
     panel_.openedMenu();
     panel_.choose("Check for Updates…");
-    EXPECT_TRUE(reader_.tells("push button Skip This Version"))
-        << "the user sees skipped versions, too";
+    EXPECT_TRUE(tells("push button Skip This Version")) << "the user sees skipped versions, too";
     EXPECT_EQ(updateServer_.requests["/feed"].size(), 2U) << "by itself it had looked a moment ago";
 }
 
@@ -154,7 +149,7 @@ TEST_F(Updates, OfScheduleAreLookedForOnceADayAlsoWhereNothingCanBeStored) {
     ASSERT_TRUE(
         waitUntil([&] { return !requests.empty() && panel_.openedMenu().ends_with(check); }));
     panel_.choose("Check for Updates…");
-    EXPECT_TRUE(reader_.tells("label Tessary is up to date")) << reader_.shown();
+    EXPECT_TRUE(tells("label Tessary is up to date"));
     EXPECT_EQ(requests.size(), 2U);
 }
 

@@ -5,11 +5,11 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
-#include <QDBusPendingCallWatcher>
+#include <QDBusPendingCall>
 #include <QDBusServer>
 #include <QDebug>
 #include <QRegularExpression>
-#include <QSignalSpy>
+#include <QTest>
 
 #include <algorithm>
 #include <climits>
@@ -30,11 +30,6 @@ std::string text(const QDBusMessage& answer) {
     const QRegularExpression noise(QStringLiteral(R"([][": ]|Argument: \S+|Variant)"));
     text = text.section(QStringLiteral("contents="), 1).remove(noise).chopped(1);
     return (answer.signature() + u' ' + text).toStdString();
-}
-
-void waitFor(const QDBusPendingCall& call) {
-    const QDBusPendingCallWatcher watcher(call);
-    EXPECT_TRUE(QSignalSpy(&watcher, &QDBusPendingCallWatcher::finished).wait(60'000));
 }
 
 std::string text(const MenuProperties& properties) {
@@ -230,7 +225,7 @@ TEST_F(DBusMenuTest, AnswersOnTheBusInTheProtocolsTypes) {
                                                    QString::fromLatin1(method));
         call.setArguments(arguments);
         const QDBusPendingCall pending = host.asyncCall(call);
-        waitFor(pending);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return pending.isFinished(); }, 60'000));
         return text(pending.reply());
     };
     const QStringList all;
@@ -261,7 +256,7 @@ TEST_F(DBusMenuTest, AnswersOnTheBusInTheProtocolsTypes) {
     QList<QDBusPendingCall> flood;
     for (int call = 0; call < 4000; ++call)
         flood.push_back(host.asyncCall(question));
-    waitFor(flood.last());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return flood.last().isFinished(); }, 60'000));
     EXPECT_FALSE(flood.first().isError());
     EXPECT_GT(std::ranges::count_if(flood, &QDBusPendingCall::isError), 0) << "too much at once";
     QDBusConnection::disconnectFromPeer(QStringLiteral("host"));

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QStringList>
-
 #include <utility>
 
 namespace tessary {

@@ -2,7 +2,6 @@
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <cstdlib>
 #include <fstream>

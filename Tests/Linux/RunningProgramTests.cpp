@@ -6,7 +6,6 @@
 #include <sys/mount.h>
 #include <unistd.h>
 
-#include <cstdlib>
 #include <fstream>
 #include <vector>
 

@@ -3,7 +3,6 @@
 
 #include <QByteArray>
 #include <QTcpServer>
-#include <QUrl>
 
 #include <map>
 #include <memory>

@@ -23,9 +23,6 @@ public:
     /// in brackets the description, and states. What only arranges others is left out.
     std::string shown() const;
 
-    /// Whether that comes to have this part.
-    bool tells(const std::string& part) const;
-
     /// Does what the first control with this role and name is for. Throws when there is none.
     void act(const std::string& control) const;
 

@@ -1,12 +1,15 @@
 // Another program on the X server: it moves the pointer, presses keys, and sees what becomes of it.
 #pragma once
 
+#include "Desktop/Harness/Reply.h"
+
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <set>
 #include <span>
 #include <string>
+#include <type_traits>
 
 #include <xcb/randr.h>
 #include <xcb/xcb.h>
@@ -17,7 +20,6 @@ namespace desktop {
 namespace keys {
 inline constexpr std::uint8_t escape = 9;
 inline constexpr std::uint8_t two = 11;
-inline constexpr std::uint8_t backspace = 22;
 inline constexpr std::uint8_t tab = 23;
 inline constexpr std::uint8_t w = 25;
 inline constexpr std::uint8_t enter = 36;
@@ -72,7 +74,10 @@ public:
 
     void press(std::uint8_t key) const;
     void release(std::uint8_t key) const;
-    void tap(std::uint8_t key) const;
+    void tap(std::uint8_t key, std::initializer_list<std::uint8_t> modifiers = {}) const;
+
+    /// Takes the key with all modifiers, as long as this client is there.
+    void grab(std::uint8_t key) const;
 
     /// Locks these modifiers and no others.
     void lock(std::uint8_t modifiers) const;
@@ -88,7 +93,19 @@ private:
     void noteDisplay(const xcb_randr_crtc_change_t& change);
     xcb_randr_output_t outputNamed(const std::string& name) const;
     void fake(std::uint8_t event, std::uint8_t detail, int x = 0, int y = 0) const;
-    void check(xcb_void_cookie_t request) const;
+
+    template <typename Cookie, typename... Parameters>
+    using Request = Cookie (*)(xcb_connection_t*, Parameters...);
+    template <typename Cookie, typename Answer>
+    using Fetch = Answer* (*)(xcb_connection_t*, Cookie, xcb_generic_error_t**);
+
+    /// Makes a request that has an answer, or one that has none.
+    template <typename Cookie, typename Answer, typename... Parameters>
+    Reply<Answer> ask(Request<Cookie, Parameters...> request, Fetch<Cookie, Answer> fetch,
+                      std::type_identity_t<Parameters>... arguments) const;
+    template <typename... Parameters>
+    void send(Request<xcb_void_cookie_t, Parameters...> request,
+              std::type_identity_t<Parameters>... arguments) const;
 
     std::string display_;
     std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)> connection_;

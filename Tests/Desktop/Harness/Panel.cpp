@@ -3,7 +3,7 @@
 #include <QDBusArgument>
 #include <QDBusVariant>
 
-#include <algorithm>
+#include <ranges>
 #include <stdexcept>
 
 namespace desktop {
@@ -28,35 +28,28 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, MenuEntry& entry)
     return argument;
 }
 
-QString label(const MenuEntry& entry) {
-    return entry.properties.value(QStringLiteral("label")).toString();
+std::string label(const MenuEntry& entry) {
+    return entry.properties.value(QStringLiteral("label")).toString().toStdString();
 }
 
-void append(QString& text, const MenuEntry& menu, const QString& indentation) {
+void append(std::string& text, const MenuEntry& menu, const std::string& indentation) {
     for (const MenuEntry& entry : menu.entries) {
-        const auto& properties = entry.properties;
-        text += indentation;
-        text += properties.value(QStringLiteral("toggle-state")).toInt() == 1 ? QStringLiteral("✓ ")
-                                                                              : QString();
-        text += properties.value(QStringLiteral("type")).toString() == QLatin1String("separator")
-                    ? QStringLiteral("---")
-                    : label(entry);
-        text += properties.value(QStringLiteral("enabled"), true).toBool()
-                    ? QStringLiteral("\n")
-                    : QStringLiteral(" (disabled)\n");
-        append(text, entry, indentation + QStringLiteral("  "));
+        const auto has = [&entry](const char* name, const QVariant& value) {
+            return entry.properties.value(QString::fromUtf8(name)) == value;
+        };
+        text += indentation + (has("toggle-state", 1) ? "✓ " : "");
+        text += has("type", QStringLiteral("separator")) ? "---" : label(entry);
+        text += has("enabled", false) ? " (disabled)\n" : "\n";
+        append(text, entry, indentation + "  ");
     }
 }
 
 /// The last one: the first line of a menu may say the same and do nothing.
 const MenuEntry& find(const std::vector<MenuEntry>& entries, const std::string& wanted) {
-    const auto entry =
-        std::find_if(entries.rbegin(), entries.rend(), [&wanted](const MenuEntry& candidate) {
-            return label(candidate).toStdString() == wanted;
-        });
-    if (entry == entries.rend())
-        throw std::invalid_argument("no entry " + wanted);
-    return *entry;
+    for (const MenuEntry& entry : entries | std::views::reverse)
+        if (label(entry) == wanted)
+            return entry;
+    throw std::invalid_argument("no entry " + wanted);
 }
 
 } // namespace
@@ -117,9 +110,9 @@ std::string Panel::openedMenu() {
                             {0, -1, QVariant(QStringList())});
     menu_ = {};
     reply.arguments().value(1).value<QDBusArgument>() >> menu_;
-    QString text;
-    append(text, menu_, {});
-    return text.toStdString();
+    std::string text;
+    append(text, menu_, "");
+    return text;
 }
 
 void Panel::choose(const std::string& wanted, const std::string& submenu) {

@@ -10,8 +10,6 @@
 #include <QDBusVirtualObject>
 #include <QVariant>
 
-#include <functional>
-#include <map>
 #include <string>
 #include <vector>
 

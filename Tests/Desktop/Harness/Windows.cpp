@@ -52,11 +52,6 @@ void closeWindow(const Client& client, const std::string& program) {
     answer(client, {"wmctrl", "-x", "-c", program});
 }
 
-void moveWindow(const Client& client, const std::string& program, int x, int y) {
-    const auto place = std::to_string(x) + "," + std::to_string(y);
-    answer(client, {"wmctrl", "-x", "-r", program, "-e", "0," + place + ",-1,-1"});
-}
-
 // Some panels wait for a window manager's word of how many desktops there are.
 Tray::Tray(const Home& home, const XServer& server)
     : process_((server.run({"xprop", "-root", "-f", "_NET_NUMBER_OF_DESKTOPS", "32c", "-set",

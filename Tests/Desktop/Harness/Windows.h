@@ -34,9 +34,6 @@ bool hasFocus(const Client& client, const std::string& program);
 /// Asks the window manager to close the framed window of `program`, as its close button does.
 void closeWindow(const Client& client, const std::string& program);
 
-/// Asks the window manager to move the framed window of `program` to this place of its frame.
-void moveWindow(const Client& client, const std::string& program, int x, int y);
-
 /// A panel along the top of the primary display that shows status icons in the X way (tint2).
 class Tray {
 public:

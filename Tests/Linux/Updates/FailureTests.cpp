@@ -76,7 +76,6 @@ const Row rows[]{
      [](auto& t) { t.request.feed = QStringLiteral("http://updates.invalid/feed"); }, "not secure"},
     {"endless_feed", [](auto& t) { t.feed().ending = Ending::repetition; }, "too large"},
     {"damaged_feed", [](auto& t) { t.feed().body.chop(20); }, "damaged"},
-    {"no_version", [](auto& t) { t.announce(&Announcement::version, "1.x"); }, "damaged"},
     {"https_to_http",
      [](auto& t) {
          t.otherServer.emplace(UpdateServer::Security::ownCertificate);
@@ -107,7 +106,6 @@ const Row rows[]{
     {"endless_package", [](auto& t) { t.answer().ending = Ending::repetition; },
      "larger than announced", true},
     {"other_package", [](auto& t) { t.answer().body.back() = 'q'; }, "signed", true},
-    {"no_key", [](auto& t) { t.request.publicKey = "none"; }, "signed", true},
     {"full_disk", [](auto& t) { t.limitFiles(100'000); }, "could not be written", true},
     {"more_than_the_disk_has",
      [](auto& t) { t.announce(&Announcement::length, std::numeric_limits<qint64>::max()); },

@@ -1,9 +1,9 @@
 #include "Linux/Updates/UpdateFixture.h"
 
-#include <QDeadlineTimer>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTest>
 #include <QTimer>
 
 namespace tessary::updates {
@@ -68,12 +68,7 @@ testing::AssertionResult UpdateFixture::check(bool isByUser, const std::string& 
 }
 
 bool UpdateFixture::until(const std::function<bool()>& condition) {
-    const QDeadlineTimer patience(15'000);
-    QTimer pulse; // for what no event tells of, such as another process's files
-    pulse.start(5);
-    while (!condition() && !patience.hasExpired())
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    return condition();
+    return QTest::qWaitFor(condition, 15'000);
 }
 
 QDialog* UpdateFixture::dialog() {
