@@ -220,11 +220,14 @@ TEST_F(DBusMenuTest, AnswersOnTheBusInTheProtocolsTypes) {
         onBus = std::make_unique<DBusMenu>(peer, QStringLiteral("/Menu"), menu);
     });
     const auto host = QDBusConnection::connectToPeer(server.address(), QStringLiteral("host"));
-    const auto answer = [&](const char* method, const QVariantList& arguments) {
-        auto call = QDBusMessage::createMethodCall({}, QStringLiteral("/Menu"), {},
-                                                   QString::fromLatin1(method));
-        call.setArguments(arguments);
-        const QDBusPendingCall pending = host.asyncCall(call);
+    const auto ask = [&host](const char* method, const QVariantList& arguments) {
+        auto question = QDBusMessage::createMethodCall({}, QStringLiteral("/Menu"), {},
+                                                       QString::fromLatin1(method));
+        question.setArguments(arguments);
+        return host.asyncCall(question);
+    };
+    const auto answer = [&ask](const char* method, const QVariantList& arguments) {
+        const QDBusPendingCall pending = ask(method, arguments);
         EXPECT_TRUE(QTest::qWaitFor([&] { return pending.isFinished(); }, 60'000));
         return text(pending.reply());
     };
@@ -250,12 +253,9 @@ TEST_F(DBusMenuTest, AnswersOnTheBusInTheProtocolsTypes) {
     // clang-format on
     for (const auto& [method, arguments, expected] : rows)
         EXPECT_EQ(answer(method, arguments), expected) << method;
-    auto question = QDBusMessage::createMethodCall({}, QStringLiteral("/Menu"), {},
-                                                   QStringLiteral("GetLayout"));
-    question.setArguments({0, -1, all});
     QList<QDBusPendingCall> flood;
     for (int call = 0; call < 4000; ++call)
-        flood.push_back(host.asyncCall(question));
+        flood.push_back(ask("GetLayout", {0, -1, all}));
     EXPECT_TRUE(QTest::qWaitFor([&] { return flood.last().isFinished(); }, 60'000));
     EXPECT_FALSE(flood.first().isError());
     EXPECT_GT(std::ranges::count_if(flood, &QDBusPendingCall::isError), 0) << "too much at once";
