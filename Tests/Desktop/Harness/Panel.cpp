@@ -3,7 +3,7 @@
 #include <QDBusArgument>
 #include <QDBusVariant>
 
-#include <ranges>
+#include <algorithm>
 #include <stdexcept>
 
 namespace desktop {
@@ -46,10 +46,12 @@ void append(std::string& text, const MenuEntry& menu, const std::string& indenta
 
 /// The last one: the first line of a menu may say the same and do nothing.
 const MenuEntry& find(const std::vector<MenuEntry>& entries, const std::string& wanted) {
-    for (const MenuEntry& entry : entries | std::views::reverse)
-        if (label(entry) == wanted)
-            return entry;
-    throw std::invalid_argument("no entry " + wanted);
+    const auto entry =
+        std::find_if(entries.rbegin(), entries.rend(),
+                     [&wanted](const MenuEntry& candidate) { return label(candidate) == wanted; });
+    if (entry == entries.rend())
+        throw std::invalid_argument("no entry " + wanted);
+    return *entry;
 }
 
 } // namespace
