@@ -5,7 +5,6 @@ find_program(RSVG_CONVERT rsvg-convert REQUIRED)
 function(add_symbol_pixmaps target)
   set(style ${PROJECT_SOURCE_DIR}/Packaging/icons/pixmap.css)
   set(folder ${PROJECT_BINARY_DIR}/symbols)
-  set(entries "")
   foreach(symbol display 1.square 2.square info.circle.fill)
     string(REPLACE . - name ${symbol})
     set(drawing ${PROJECT_SOURCE_DIR}/Packaging/icons/hicolor/symbolic/apps)
@@ -16,17 +15,10 @@ function(add_symbol_pixmaps target)
         COMMAND ${RSVG_CONVERT} --stylesheet ${style} --width ${size} --height ${size}
                 --output ${folder}/${symbol}/${size}.png ${drawing}
         VERBATIM)
-      list(APPEND pixmaps ${folder}/${symbol}/${size}.png)
-      string(APPEND entries "<file>${symbol}/${size}.png</file>\n")
+      list(APPEND pixmaps ${symbol}/${size}.png)
     endforeach()
   endforeach()
-  file(CONFIGURE OUTPUT ${folder}/symbols.qrc
-    CONTENT "<RCC><qresource prefix=\"/symbols\">\n@entries@</qresource></RCC>\n" @ONLY)
-  add_custom_command(OUTPUT ${folder}/symbols.cpp DEPENDS ${folder}/symbols.qrc ${pixmaps}
-    COMMAND Qt6::rcc --name symbols --output ${folder}/symbols.cpp ${folder}/symbols.qrc
-    VERBATIM)
-  target_sources(${target} PRIVATE ${folder}/symbols.cpp)
-  set_source_files_properties(${folder}/symbols.cpp PROPERTIES COMPILE_OPTIONS -w)
+  embed(${target} symbols ${folder} FILES ${pixmaps})
 endfunction()
 
 install(DIRECTORY Packaging/icons/hicolor DESTINATION ${CMAKE_INSTALL_DATADIR}/icons)

@@ -19,7 +19,6 @@ const QString path = QStringLiteral("/org/tessary/Tessary");
 const QString interface = QStringLiteral("org.freedesktop.Application");
 const QString otherDisplayError = QStringLiteral("org.tessary.Tessary.Error.OtherDisplay");
 const QString justActivate = QStringLiteral("Activate");
-const QString open = QStringLiteral("Open");
 const QString activateAction = QStringLiteral("ActivateAction");
 const QString displayEntry = QStringLiteral("display"); // of an activation's platform data
 
@@ -88,6 +87,14 @@ bool takeStarterMark() {
 
 } // namespace
 
+SingleInstance::SingleInstance()
+    : BusObject(
+          interface,
+          {{justActivate, u"a{sv}", std::bind_front(&SingleInstance::answerToActivation, this)},
+           {u"Open", u"asa{sv}", std::bind_front(&SingleInstance::answerToActivation, this)},
+           {activateAction, u"sava{sv}",
+            std::bind_front(&SingleInstance::answerToActivation, this)}}) {}
+
 SingleInstance::Claim SingleInstance::claim(const std::optional<QDBusConnection>& bus,
                                             const std::optional<std::string>& action) {
     isStartedByBus_ = takeStarterMark();
@@ -114,34 +121,6 @@ void SingleInstance::join(QDBusConnection bus) {
             NSLog("tessary: another instance runs on this desktop, too");
         call->deleteLater();
     });
-}
-
-QString SingleInstance::introspect(const QString& /*path*/) const {
-    return QLatin1String(R"xml(<interface name="org.freedesktop.Application">
-  <method name="Activate"><arg type="a{sv}" direction="in" name="platform_data"/></method>
-  <method name="Open">
-    <arg type="as" direction="in" name="uris"/><arg type="a{sv}" direction="in" name="platform_data"/>
-  </method>
-  <method name="ActivateAction">
-    <arg type="s" direction="in" name="action_name"/><arg type="av" direction="in" name="parameter"/>
-    <arg type="a{sv}" direction="in" name="platform_data"/>
-  </method>
-</interface>
-)xml");
-}
-
-bool SingleInstance::handleMessage(const QDBusMessage& message, const QDBusConnection& bus) {
-    const bool isOurs = message.interface().isEmpty() || message.interface() == interface;
-    if (!isOurs || message.path() != path)
-        return false;
-    const bool isActivation =
-        (message.member() == justActivate && message.signature() == u"a{sv}") ||
-        (message.member() == open && message.signature() == u"asa{sv}") ||
-        (message.member() == activateAction && message.signature() == u"sava{sv}");
-    if (!isActivation)
-        return false;
-    const QDBusMessage answer = answerToActivation(message);
-    return !message.isReplyRequired() || bus.send(answer);
 }
 
 QDBusMessage SingleInstance::answerToActivation(const QDBusMessage& message) {

@@ -1,9 +1,10 @@
 // One Tessary per session bus and display server.
 #pragma once
 
+#include "Linux/Desktop/Runtime/BusObject.h"
+
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusVirtualObject>
 
 #include <functional>
 #include <optional>
@@ -14,7 +15,7 @@ namespace tessary {
 /// The program as the bus knows it: the interface org.freedesktop.Application (Desktop Entry
 /// Specification, "D-Bus Activation") under the name org.tessary.Tessary, which the first instance
 /// on the bus has, and under a name for each display server, such as org.tessary.Tessary.x11__0.
-class SingleInstance : public QDBusVirtualObject {
+class SingleInstance : public BusObject {
 public:
     enum class Claim {
         first,     ///< both names are ours
@@ -22,6 +23,8 @@ public:
         activated, ///< another instance runs and has been told
         refused,   ///< another instance runs and does not answer
     };
+
+    SingleInstance();
 
     /// Takes the names, or tells the owner of one what the user has started the program for: an
     /// action, or just again. Needs no session. Waits for the bus, at most 15 seconds.
@@ -43,9 +46,6 @@ public:
 
     /// The launch is over.
     void setLaunched() { isStartedByBus_ = false; }
-
-    QString introspect(const QString& path) const override;
-    bool handleMessage(const QDBusMessage& message, const QDBusConnection& bus) override;
 
 private:
     QDBusMessage answerToActivation(const QDBusMessage& message);

@@ -4,14 +4,15 @@
 
 #include <QDBusError>
 #include <QDBusVariant>
+#include <QFile>
 
 #include <algorithm>
 #include <utility>
 
 namespace tessary {
 
-BusObject::BusObject(QStringView interface, QLatin1String description, std::vector<Method> methods)
-    : interface_(interface), description_(description), methods_(std::move(methods)) {
+BusObject::BusObject(QStringView interface, std::vector<Method> methods)
+    : interface_(interface), methods_(std::move(methods)) {
     constexpr QStringView properties = u"org.freedesktop.DBus.Properties";
     for (Method& method : methods_)
         method.interface = interface;
@@ -20,6 +21,12 @@ BusObject::BusObject(QStringView interface, QLatin1String description, std::vect
         methods_.push_back(
             {name, signature,
              [this](const QDBusMessage& call) { return answerAboutProperties(call); }, properties});
+}
+
+QString BusObject::introspect(const QString& /*path*/) const {
+    QFile description(QStringLiteral(":/interfaces/%1.xml").arg(interface_));
+    return description.open(QIODevice::ReadOnly) ? QString::fromUtf8(description.readAll())
+                                                 : QString();
 }
 
 /// Null when there is none. A call may leave out the interface.

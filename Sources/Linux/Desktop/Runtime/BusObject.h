@@ -23,12 +23,13 @@ public:
         QStringView interface = {}; ///< empty: the object's own
     };
 
-    QString introspect(const QString& /*path*/) const override { return description_; }
+    /// What Interfaces/ says of the interface.
+    QString introspect(const QString& path) const override;
     bool handleMessage(const QDBusMessage& call, const QDBusConnection& bus) override;
 
 protected:
-    /// `description` is the interface as introspection shows it. The views are kept.
-    BusObject(QStringView interface, QLatin1String description, std::vector<Method> methods);
+    /// The views are kept.
+    BusObject(QStringView interface, std::vector<Method> methods);
 
     /// All properties, which are only read.
     virtual QVariantMap properties() const { return {}; }
@@ -38,7 +39,6 @@ private:
     QDBusMessage answerAboutProperties(const QDBusMessage& call) const;
 
     QStringView interface_;
-    QLatin1String description_;
     std::vector<Method> methods_;
 };
 

@@ -16,62 +16,6 @@ namespace {
 
 const QString menuInterface = QStringLiteral("com.canonical.dbusmenu");
 
-constexpr QLatin1String menuDescription(R"xml(<interface name="com.canonical.dbusmenu">
-  <property name="Version" type="u" access="read"/>
-  <property name="TextDirection" type="s" access="read"/>
-  <property name="Status" type="s" access="read"/>
-  <property name="IconThemePath" type="as" access="read"/>
-  <method name="GetLayout">
-    <arg name="parentId" type="i" direction="in"/>
-    <arg name="recursionDepth" type="i" direction="in"/>
-    <arg name="propertyNames" type="as" direction="in"/>
-    <arg name="revision" type="u" direction="out"/>
-    <arg name="layout" type="(ia{sv}av)" direction="out"/>
-  </method>
-  <method name="GetGroupProperties">
-    <arg name="ids" type="ai" direction="in"/>
-    <arg name="propertyNames" type="as" direction="in"/>
-    <arg name="properties" type="a(ia{sv})" direction="out"/>
-  </method>
-  <method name="GetProperty">
-    <arg name="id" type="i" direction="in"/>
-    <arg name="name" type="s" direction="in"/>
-    <arg name="value" type="v" direction="out"/>
-  </method>
-  <method name="Event">
-    <arg name="id" type="i" direction="in"/>
-    <arg name="eventId" type="s" direction="in"/>
-    <arg name="data" type="v" direction="in"/>
-    <arg name="timestamp" type="u" direction="in"/>
-  </method>
-  <method name="EventGroup">
-    <arg name="events" type="a(isvu)" direction="in"/>
-    <arg name="idErrors" type="ai" direction="out"/>
-  </method>
-  <method name="AboutToShow">
-    <arg name="id" type="i" direction="in"/>
-    <arg name="needUpdate" type="b" direction="out"/>
-  </method>
-  <method name="AboutToShowGroup">
-    <arg name="ids" type="ai" direction="in"/>
-    <arg name="updatesNeeded" type="ai" direction="out"/>
-    <arg name="idErrors" type="ai" direction="out"/>
-  </method>
-  <signal name="ItemsPropertiesUpdated">
-    <arg name="updatedProps" type="a(ia{sv})"/>
-    <arg name="removedProps" type="a(ias)"/>
-  </signal>
-  <signal name="LayoutUpdated">
-    <arg name="revision" type="u"/>
-    <arg name="parent" type="i"/>
-  </signal>
-  <signal name="ItemActivationRequested">
-    <arg name="id" type="i"/>
-    <arg name="timestamp" type="u"/>
-  </signal>
-</interface>
-)xml");
-
 QDBusMessage unknownId(const QDBusMessage& call) {
     return call.createErrorReply(QDBusError::InvalidArgs, QStringLiteral("unknown menu entry"));
 }
@@ -110,7 +54,7 @@ T argument(const QDBusMessage& call, int index) {
 
 DBusMenu::DBusMenu(QDBusConnection connection, QString path, std::shared_ptr<NSMenu> menu)
     : BusObject(
-          menuInterface, menuDescription,
+          menuInterface,
           {{u"GetLayout", u"iias", std::bind_front(&DBusMenu::getLayout, this)},
            {u"GetGroupProperties", u"aias", std::bind_front(&DBusMenu::getGroupProperties, this)},
            {u"GetProperty", u"is", std::bind_front(&DBusMenu::getProperty, this)},

@@ -20,44 +20,6 @@ const QString interface = QStringLiteral("org.kde.StatusNotifierItem");
 const QString path = QStringLiteral("/StatusNotifierItem");
 const QString watcher = QStringLiteral("org.kde.StatusNotifierWatcher");
 
-constexpr QLatin1String itemDescription(R"xml(<interface name="org.kde.StatusNotifierItem">
-  <property name="Category" type="s" access="read"/>
-  <property name="Id" type="s" access="read"/>
-  <property name="Title" type="s" access="read"/>
-  <property name="Status" type="s" access="read"/>
-  <property name="WindowId" type="i" access="read"/>
-  <property name="IconThemePath" type="s" access="read"/>
-  <property name="IconName" type="s" access="read"/>
-  <property name="IconPixmap" type="a(iiay)" access="read"/>
-  <property name="OverlayIconName" type="s" access="read"/>
-  <property name="OverlayIconPixmap" type="a(iiay)" access="read"/>
-  <property name="AttentionIconName" type="s" access="read"/>
-  <property name="AttentionIconPixmap" type="a(iiay)" access="read"/>
-  <property name="AttentionMovieName" type="s" access="read"/>
-  <property name="ToolTip" type="(sa(iiay)ss)" access="read"/>
-  <property name="ItemIsMenu" type="b" access="read"/>
-  <property name="Menu" type="o" access="read"/>
-  <method name="Activate">
-    <arg name="x" type="i" direction="in"/><arg name="y" type="i" direction="in"/>
-  </method>
-  <method name="SecondaryActivate">
-    <arg name="x" type="i" direction="in"/><arg name="y" type="i" direction="in"/>
-  </method>
-  <method name="ContextMenu">
-    <arg name="x" type="i" direction="in"/><arg name="y" type="i" direction="in"/>
-  </method>
-  <method name="Scroll">
-    <arg name="delta" type="i" direction="in"/><arg name="orientation" type="s" direction="in"/>
-  </method>
-  <signal name="NewTitle"/>
-  <signal name="NewIcon"/>
-  <signal name="NewAttentionIcon"/>
-  <signal name="NewOverlayIcon"/>
-  <signal name="NewToolTip"/>
-  <signal name="NewStatus"><arg name="status" type="s"/></signal>
-</interface>
-)xml");
-
 /// The answer to what does nothing.
 QDBusMessage acknowledged(const QDBusMessage& call) {
     return call.createReply();
@@ -67,11 +29,10 @@ QDBusMessage acknowledged(const QDBusMessage& call) {
 
 NotifierItem::NotifierItem(QDBusConnection bus, std::shared_ptr<NSStatusItem> item,
                            QString menuPath, std::function<void()> openMenu)
-    : BusObject(interface, itemDescription,
-                {{u"Activate", u"ii", std::bind_front(&NotifierItem::activate, this)},
-                 {u"ContextMenu", u"ii", std::bind_front(&NotifierItem::activate, this)},
-                 {u"SecondaryActivate", u"ii", acknowledged},
-                 {u"Scroll", u"is", acknowledged}}),
+    : BusObject(interface, {{u"Activate", u"ii", std::bind_front(&NotifierItem::activate, this)},
+                            {u"ContextMenu", u"ii", std::bind_front(&NotifierItem::activate, this)},
+                            {u"SecondaryActivate", u"ii", acknowledged},
+                            {u"Scroll", u"is", acknowledged}}),
       bus_(std::move(bus)),
       service_(QStringLiteral("org.kde.StatusNotifierItem-%1-1")
                    .arg(QCoreApplication::applicationPid())),
