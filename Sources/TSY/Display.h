@@ -38,6 +38,7 @@ struct ModeSpec {
 
     /// By the fields in their order, so that the larger mode, of one size that of high density, and
     /// of one density the faster one is the greater one.
+    // NOLINTNEXTLINE(modernize-use-nullptr): taken for a pointer is the 0 that is compared with
     friend auto operator<=>(const ModeSpec&, const ModeSpec&) = default;
 };
 

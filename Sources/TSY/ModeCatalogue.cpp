@@ -40,9 +40,11 @@ std::vector<Entry> bestModes(const std::vector<CGDisplayModeRef>& modes) {
             entries.push_back({specOf(*mode), &mode});
     // Of equal ones the service's first one counts.
     std::ranges::stable_sort(entries, std::ranges::greater{}, &Entry::spec);
-    const auto others =
-        std::ranges::unique(entries, &ModeSpec::hasSameSizeAndDensity, &Entry::spec);
-    entries.erase(others.begin(), others.end());
+    // Not std::ranges::unique, which the analysis cannot read.
+    const auto isSame = [](const Entry& left, const Entry& right) {
+        return left.spec.hasSameSizeAndDensity(right.spec);
+    };
+    entries.erase(std::unique(entries.begin(), entries.end(), isSame), entries.end());
     return entries;
 }
 
