@@ -22,8 +22,8 @@ void NSLog(std::string_view line);
 /// The user's settings of this application. Every read answers what the database holds now,
 /// whichever program wrote it. Every write holds for the reads at once; all writes of one event are
 /// saved together when it has been handled. What cannot be saved then is kept and tried again, with
-/// one line in the log. Writes that follow a boolean which was found false, in the same event, are
-/// dropped should that answer prove wrong because the database could not be read. Main thread only.
+/// one line in the log. When a boolean was found false only because the database could not be read,
+/// the writes that follow in the same event are dropped. Main thread only.
 class NSUserDefaults {
 public:
     /// The application's database, opened on first use and kept for the life of the process.

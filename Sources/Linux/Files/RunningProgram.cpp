@@ -16,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Relative to the working folder, where it is no absolute path. The program never leaves that.
+/// Relative to the working folder, where it is no absolute path. The program never changes that.
 fs::path startedFile() {
     std::error_code error;
     // NOLINTNEXTLINE(performance-no-int-to-ptr): the kernel hands out the address as a number

@@ -48,16 +48,16 @@ void Database::remove(Table table, const Row& key) {
 }
 
 void Database::change(RowKey key, std::optional<Row> values) {
-    const bool relies = premise_ && premise_->first.first == key.first;
-    changes_[std::move(key)] = {std::move(values), relies ? premise_ : std::nullopt};
+    const bool relies = precondition_ && precondition_->first.first == key.first;
+    changes_[std::move(key)] = {std::move(values), relies ? precondition_ : std::nullopt};
     askForFlush_();
 }
 
-void Database::rely(Table table, const std::optional<Row>& key) {
-    premise_.reset();
+void Database::setPrecondition(Table table, const std::optional<Row>& key) {
+    precondition_.reset();
     if (!key || changes_.contains({table, *key})) // that answer was ours, not the file's
         return;
-    premise_ = {RowKey(table, *key), find(rows_, {table, *key})};
+    precondition_ = {RowKey(table, *key), find(rows_, {table, *key})};
     askForFlush_(); // which ends it
 }
 
@@ -66,10 +66,11 @@ void Database::rely(Table table, const std::optional<Row>& key) {
 void Database::refresh() {
     constexpr std::chrono::seconds pause(1);
     const auto now = std::chrono::steady_clock::now();
-    const FileMark mark = file_.mark(); // before the reading: what comes in between is news
-    if (mark == mark_ && (!nextAttempt_ || now < *nextAttempt_))
+    const FileFingerprint fingerprint =
+        file_.fingerprint(); // before the reading: what comes in between is news
+    if (fingerprint == fingerprint_ && (!nextAttempt_ || now < *nextAttempt_))
         return;
-    mark_ = mark;
+    fingerprint_ = fingerprint;
     nextAttempt_.reset();
     Rows rows;
     const int status = attempt([&] { return file_.read(rows); });
@@ -81,7 +82,7 @@ void Database::refresh() {
 }
 
 bool Database::flush() {
-    premise_.reset();
+    precondition_.reset();
     if (changes_.empty())
         return true;
     Rows rows;
@@ -109,8 +110,8 @@ bool Database::flush() {
 Changes Database::changesFor(const Rows& inFile) const {
     Changes changes;
     for (const auto& [key, change] : changes_) {
-        const auto& premise = change.premise;
-        if ((!premise || find(inFile, premise->first) == premise->second) &&
+        const auto& precondition = change.precondition;
+        if ((!precondition || find(inFile, precondition->first) == precondition->second) &&
             find(inFile, key) != change.values)
             changes[key] = change.values;
     }
@@ -134,18 +135,18 @@ int Database::attempt(const std::function<int()>& operation) {
 /// A copy over the file consists of several writes, and on a slow disk others see it half done.
 bool Database::mayBeIncomplete() {
     const auto now = std::chrono::system_clock::now().time_since_epoch();
-    const auto age = now - std::chrono::nanoseconds(file_.mark().changed);
+    const auto age = now - std::chrono::nanoseconds(file_.fingerprint().changed);
     return !rows_.empty() && age.count() >= 0 && age < copyingTime_;
 }
 
 void Database::report(int status) {
-    const bool isInTrouble = status != SQLITE_OK || (isInTrouble_ && !changes_.empty());
-    if (isInTrouble && !isInTrouble_)
+    const bool isFailing = status != SQLITE_OK || (isFailing_ && !changes_.empty());
+    if (isFailing && !isFailing_)
         NSLog("tessary: settings are only in memory until they can be saved: " +
               file_.path().string() + ": " + sqlite3_errstr(status));
-    else if (!isInTrouble && isInTrouble_)
+    else if (!isFailing && isFailing_)
         NSLog("tessary: settings are saved again: " + file_.path().string());
-    isInTrouble_ = isInTrouble;
+    isFailing_ = isFailing;
 }
 
 } // namespace tessary

@@ -45,22 +45,22 @@ public:
     /// Deletes the row under `key`, if there is one.
     void remove(Table table, const Row& key);
 
-    /// What is changed in the same table from now on, until the next call or `flush`, was decided
-    /// on the present answer for `key`. When the file turns out to hold another one, these changes
-    /// are dropped instead of saved. Without a key the changes stand for themselves again.
-    void rely(Table table, const std::optional<Row>& key);
+    /// Makes the present answer for `key` a precondition of the changes of the same table from now
+    /// on, until the next call or `flush`: when the file turns out to hold another value, they are
+    /// dropped instead of saved. Without a key changes have no precondition.
+    void setPrecondition(Table table, const std::optional<Row>& key);
 
     /// Saves all changes, in one transaction that outlasts a loss of power. Waits at most 100 ms
     /// for another process. False when there are changes left.
     bool flush();
 
 private:
-    /// A row of the file, as it was when something was decided on it.
-    using Premise = std::pair<RowKey, std::optional<Row>>;
+    /// A row of the file, with the values that it must have.
+    using Precondition = std::pair<RowKey, std::optional<Row>>;
 
     struct Change {
-        std::optional<Row> values; ///< nothing: the row is to go
-        std::optional<Premise> premise;
+        std::optional<Row> values; ///< nothing: the row is to be deleted
+        std::optional<Precondition> precondition;
     };
 
     void change(RowKey key, std::optional<Row> values);
@@ -73,12 +73,13 @@ private:
     SettingsFile file_;
     std::function<void()> askForFlush_;
     std::chrono::nanoseconds copyingTime_;
-    Rows rows_;                    ///< what is known of the file
-    std::optional<FileMark> mark_; ///< of the file when it was read, or could not be read
+    Rows rows_; ///< what is known of the file
+    std::optional<FileFingerprint>
+        fingerprint_; ///< of the file when it was read, or could not be read
     std::optional<std::chrono::steady_clock::time_point> nextAttempt_; ///< of a reading that failed
     std::map<RowKey, Change> changes_;                                 ///< not saved yet
-    std::optional<Premise> premise_;
-    bool isInTrouble_ = false;
+    std::optional<Precondition> precondition_;
+    bool isFailing_ = false;
 };
 
 } // namespace tessary

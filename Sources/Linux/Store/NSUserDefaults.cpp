@@ -49,7 +49,8 @@ bool NSUserDefaults::boolForKey(std::string_view key) const {
     const bool isSet = number != nullptr && *number != 0;
     // A caller that finds a mark missing acts on that. A file that could not be read before, or
     // that was replaced, may have the mark, and the settings that belong to it.
-    Database::shared().rely(Table::defaults, isSet ? std::nullopt : std::optional(rowKey(key)));
+    Database::shared().setPrecondition(Table::defaults,
+                                       isSet ? std::nullopt : std::optional(rowKey(key)));
     return isSet;
 }
 

@@ -137,11 +137,11 @@ int SettingsFile::update(const Decision& decide) {
     if (const int status = connection.runScript("COMMIT"); status != SQLITE_OK)
         return status;
     // Another file may have taken the place meanwhile, without what was written.
-    return look_.identity() == opened_ ? SQLITE_OK : SQLITE_BUSY;
+    return inspector_.identity() == opened_ ? SQLITE_OK : SQLITE_BUSY;
 }
 
 int SettingsFile::open(SqlConnection& connection) {
-    opened_ = look_.identity();
+    opened_ = inspector_.identity();
     const fs::path file = realName(path_);
     if (!opened_ || !areCompanionsFiles(file))
         return SQLITE_CANTOPEN;
@@ -163,13 +163,13 @@ int SettingsFile::open(SqlConnection& connection) {
 /// Whether there is a write-ahead log, or the file's header says that there may be one.
 bool SettingsFile::hasLog(const fs::path& file) {
     constexpr std::uint8_t withLog = 2;
-    const auto versions = look_.formatVersions();
+    const auto versions = inspector_.formatVersions();
     return std::ranges::find(versions, withLog) != versions.end() ||
            companionType(file, "-wal") != fs::file_type::not_found;
 }
 
 bool SettingsFile::setAside() {
-    if (look_.identity() != opened_)
+    if (inspector_.identity() != opened_)
         return true;
     const auto name = setDatabaseAside(path_);
     if (name)

@@ -1,7 +1,7 @@
 // The settings file on disk, and what can be wrong with it.
 #pragma once
 
-#include "Linux/Store/FileLook.h"
+#include "Linux/Store/FileInspector.h"
 #include "Linux/Store/Tables.h"
 
 #include <filesystem>
@@ -21,12 +21,12 @@ bool isDamage(int status);
 /// write-ahead log, as earlier versions left it, loses the log at opening, without a loss.
 class SettingsFile {
 public:
-    explicit SettingsFile(const std::filesystem::path& path) : path_(path), look_(path) {}
+    explicit SettingsFile(const std::filesystem::path& path) : path_(path), inspector_(path) {}
 
     const std::filesystem::path& path() const { return path_; }
 
-    /// The present mark, by two system calls.
-    FileMark mark() { return look_.mark(); }
+    /// Of the file as it is now. Costs two system calls.
+    FileFingerprint fingerprint() { return inspector_.fingerprint(); }
 
     /// Replaces `rows` by all that is in the file. None where there is no file. A file that another
     /// process has locked is read past the lock, unless that process is in the middle of a write.
@@ -50,7 +50,7 @@ private:
     bool readPastLocks(Rows& rows) const;
 
     std::filesystem::path path_;
-    FileLook look_;
+    FileInspector inspector_;
     std::optional<FileIdentity> opened_; ///< the file that was opened last
 };
 

@@ -25,8 +25,8 @@ struct Description {
     std::vector<Column> values;
 };
 
-const std::array<Description, tableCount>& descriptions() {
-    static const std::array<Description, tableCount> all{{
+const std::array<Description, 3>& descriptions() {
+    static const std::array<Description, 3> all{{
         {Table::defaults, "defaults", {{"key", "TEXT"}}, {{"value", ""}}},
         {Table::permanentModes,
          "permanent_modes",

@@ -18,14 +18,12 @@ namespace tessary {
 ///     update_settings(key | value)
 enum class Table : std::size_t { defaults, permanentModes, updateSettings };
 
-constexpr std::size_t tableCount = 3;
-
 using RowKey = std::pair<Table, Row>;
 
 /// All rows: what stands behind the key, by the key.
 using Rows = std::map<RowKey, Row>;
 
-/// What is to become of rows: their new values, or nothing for one that is to go.
+/// Changes of rows: their new values, or nothing for one that is to be deleted.
 using Changes = std::map<RowKey, std::optional<Row>>;
 
 /// Replaces `rows` by those of the database. A table that is missing has none; a column that an

@@ -17,7 +17,7 @@ namespace {
 constexpr std::uint32_t knownVersion = 2;
 
 const TessaryUpdateFunctions* functions = nullptr;
-bool isUseless = false;
+bool isUnusable = false;
 
 std::optional<std::filesystem::path> libraryFile() {
     return installedFile(std::filesystem::path(TESSARY_LIBRARY_FOLDER) / "libtessary-updates.so");
@@ -25,14 +25,14 @@ std::optional<std::filesystem::path> libraryFile() {
 
 const TessaryUpdateFunctions* refuse(const std::string& reason) {
     NSLog("tessary: updates cannot be looked for: " + reason);
-    isUseless = true;
+    isUnusable = true;
     return nullptr;
 }
 
 } // namespace
 
 bool isUpdateLibraryInstalled() {
-    return functions != nullptr || (!isUseless && libraryFile());
+    return functions != nullptr || (!isUnusable && libraryFile());
 }
 
 const TessaryUpdateFunctions* loadedUpdateLibrary() {
@@ -40,7 +40,7 @@ const TessaryUpdateFunctions* loadedUpdateLibrary() {
 }
 
 const TessaryUpdateFunctions* loadUpdateLibrary() {
-    if (functions != nullptr || isUseless)
+    if (functions != nullptr || isUnusable)
         return functions;
     const auto file = libraryFile();
     if (!file)

@@ -5,8 +5,7 @@
 namespace tessary {
 
 /// Whether the framework's library is where Tessary's packages put it. One that others than root
-/// and the user could have put there counts as missing, as does one that has turned out to be of no
-/// use.
+/// and the user could have put there counts as missing, and so does one that could not be used.
 bool isUpdateLibraryInstalled();
 
 /// Null until `loadUpdateLibrary` has succeeded.

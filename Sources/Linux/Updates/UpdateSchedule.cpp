@@ -16,7 +16,7 @@ std::chrono::seconds timeUntilNextCheck(std::chrono::sys_seconds now,
                                         std::chrono::seconds interval) {
     if (!lastCheck)
         return std::chrono::seconds(0);
-    // First the check, since what is stored may be as far away as a number can say.
+    // Clamped first: what is stored may be any number, and the sum could overflow.
     return std::clamp(*lastCheck, now - interval, now) + interval - now;
 }
 

@@ -45,7 +45,7 @@ void schedule(std::chrono::seconds least = {}) {
         UpdateSchedule::shared().cancel();
         return;
     }
-    // The clock was wrong then, and that must not go on for years.
+    // The clock was wrong then; it would have to reach that time before the next check.
     if (UpdateSettings::lastCheck() > now())
         UpdateSettings::setLastCheck(now());
     const auto delay = tessary::timeUntilNextCheck(now(), UpdateSettings::lastCheck(),

@@ -10,7 +10,7 @@ namespace tessary {
 
 namespace {
 
-// Of the program and not of the library, which may be what is missing.
+// A part of the program, since the library may be what is missing.
 QMessageBox* madeDialog() {
     auto* dialog =
         new QMessageBox(QMessageBox::Information, UpdateText::tr("Tessary Update"),

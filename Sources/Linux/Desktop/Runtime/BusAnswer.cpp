@@ -1,6 +1,5 @@
 #include "Linux/Desktop/Runtime/BusAnswer.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <cstdint>
 #include <memory>

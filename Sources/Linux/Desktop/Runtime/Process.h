@@ -11,7 +11,8 @@ namespace tessary {
 /// them.
 void resetSignals();
 
-/// How many files the program has open beside files 0 to 2, with and without windows, and some.
+/// How many files the program has open beside files 0 to 2, with and without windows, and a
+/// reserve.
 inline constexpr std::size_t filesInAll = 28;
 inline constexpr std::size_t filesForWindows = 16;
 

@@ -73,8 +73,7 @@ public:
     /// entry's action called later from the main queue. False when the id is unknown.
     bool handle(const MenuEvent& event);
 
-    /// All that is known of a group, what stands there twice once; the answers name the unknown
-    /// ids.
+    /// Handles each of the events once. Answers the unknown ids.
     QList<int> handleGroup(const QList<MenuEvent>& events);
 
     struct GroupAboutToShow {

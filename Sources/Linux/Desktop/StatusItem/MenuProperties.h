@@ -25,7 +25,7 @@ using MenuProperties = std::vector<MenuProperty>;
 /// What the entry looks like now.
 MenuProperties menuProperties(const NSMenuItem& item);
 
-/// What a whole menu looks like, be it below an entry or the root.
+/// What an entry that opens a menu, or the root, has beside the others.
 MenuProperty submenuProperty();
 
 /// The value that a property has where none is sent; an invalid one for a name that is none of the
@@ -35,10 +35,10 @@ QVariant defaultMenuProperty(const QString& name);
 /// Null when `properties` has none of that name.
 const MenuProperty* findProperty(const MenuProperties& properties, const QString& name);
 
-/// How the properties of one entry came to be others.
+/// The difference between two versions of one entry's properties.
 struct MenuPropertiesChange {
     int id = 0;
-    MenuProperties changed; ///< new ones among them
+    MenuProperties changed; ///< also new ones
     QStringList removed;    ///< those that have their default again
 };
 

@@ -29,7 +29,7 @@ std::optional<QVersionNumber> versionFromText(const QString& text);
 /// An operating system: as in "debian" and 12.
 struct System {
     QString name;
-    std::optional<QVersionNumber> version; ///< none is above all: a system that is never released
+    std::optional<QVersionNumber> version; ///< none: newer than all, for a system without releases
 
     /// The one that runs.
     static System current();

@@ -24,7 +24,7 @@ UpdateSession::UpdateSession(Request request) : request_(std::move(request)) {
     watchLoop();
     look();
     if (request_.isByUser)
-        bringToFront(); // what comes later comes while the user may be typing elsewhere
+        bringToFront(); // now: later the user may be typing elsewhere
 }
 
 UpdateSession::~UpdateSession() {
@@ -109,7 +109,8 @@ void UpdateSession::showOffer() {
 }
 
 void UpdateSession::install() {
-    // A server elsewhere is not to have us ask the services of this computer, either.
+    // A feed from elsewhere must not have us send requests to the services of this computer,
+    // either.
     if (!mayRedirect(QUrl(request_.feed, QUrl::StrictMode), item_->package))
         return failToDownload(
             UpdateText::tr("The list of updates names an address that is not secure."));

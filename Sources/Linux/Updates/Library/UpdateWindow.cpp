@@ -121,7 +121,7 @@ void UpdateWindow::addProgress(const Step& step) {
     bar_->setAccessibleName(step.heading);
     bar_->setFocusPolicy(Qt::TabFocus);
     page_->layout()->addWidget(bar_);
-    // And not the button, which a key that was meant for the last step would press.
+    // Not the button: a key that the user meant for the step before would press it.
     bar_->setFocus();
     if (length_ == 0)
         return;

@@ -1,4 +1,4 @@
-// What can be said of an SQLite file without opening it as a database.
+// What can be found out about an SQLite file without opening it as a database.
 #pragma once
 
 #include <sys/types.h>
@@ -16,26 +16,26 @@ using FileIdentity = std::pair<dev_t, ino_t>;
 
 /// What differs when the file was written since, when another file has taken its place, and when it
 /// can no longer be read.
-struct FileMark {
-    int error = 0; ///< the `errno` of looking
+struct FileFingerprint {
+    int error = 0; ///< the `errno` of the inspection; 0 for success
     dev_t device = 0;
     ino_t inode = 0;
     off_t size = 0;
     std::int64_t changed = 0; ///< nanoseconds; the status change, which `cp -p` cannot set back
     std::array<std::uint8_t, 4> counter{}; ///< SQLite's own, which each transaction changes
 
-    bool operator==(const FileMark&) const = default;
+    bool operator==(const FileFingerprint&) const = default;
 };
 
-/// Looks at the file that stands under a name. Not to be used while a connection to the file is
+/// Inspects the file that has a name at present. Not to be used while a connection to the file is
 /// open in this process: closing a descriptor ends the locks of the whole process.
-class FileLook {
+class FileInspector {
 public:
-    explicit FileLook(std::filesystem::path path) : path_(std::move(path)) {}
-    ~FileLook();
+    explicit FileInspector(std::filesystem::path path) : path_(std::move(path)) {}
+    ~FileInspector();
 
-    /// By two system calls, unless another file has taken the place.
-    FileMark mark();
+    /// Costs two system calls, unless another file has taken the place.
+    FileFingerprint fingerprint();
 
     /// The regular file that is there; nothing where there is none.
     std::optional<FileIdentity> identity() const;
@@ -44,8 +44,8 @@ public:
     /// none.
     std::array<std::uint8_t, 2> formatVersions();
 
-    FileLook(const FileLook&) = delete;
-    FileLook& operator=(const FileLook&) = delete;
+    FileInspector(const FileInspector&) = delete;
+    FileInspector& operator=(const FileInspector&) = delete;
 
 private:
     template <std::size_t size>

@@ -1,4 +1,4 @@
-#include "Linux/Store/FileLook.h"
+#include "Linux/Store/FileInspector.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -8,43 +8,43 @@
 
 namespace tessary {
 
-FileLook::~FileLook() {
+FileInspector::~FileInspector() {
     if (descriptor_ >= 0)
         ::close(descriptor_);
 }
 
-FileMark FileLook::mark() {
+FileFingerprint FileInspector::fingerprint() {
     struct stat status {};
     if (::stat(path_.c_str(), &status) != 0)
         return {.error = errno};
-    FileMark mark{.device = status.st_dev,
-                  .inode = status.st_ino,
-                  .size = status.st_size,
-                  .changed =
-                      status.st_ctim.tv_sec * std::int64_t{1'000'000'000} + status.st_ctim.tv_nsec};
+    FileFingerprint fingerprint{.device = status.st_dev,
+                                .inode = status.st_ino,
+                                .size = status.st_size,
+                                .changed = status.st_ctim.tv_sec * std::int64_t{1'000'000'000} +
+                                           status.st_ctim.tv_nsec};
     constexpr off_t place = 24; // https://www.sqlite.org/fileformat.html, "File change counter"
     if (S_ISREG(status.st_mode))
-        mark.counter = bytes<4>({mark.device, mark.inode}, place);
-    return mark;
+        fingerprint.counter = bytes<4>({fingerprint.device, fingerprint.inode}, place);
+    return fingerprint;
 }
 
-std::optional<FileIdentity> FileLook::identity() const {
+std::optional<FileIdentity> FileInspector::identity() const {
     struct stat status {};
     if (::stat(path_.c_str(), &status) != 0 || !S_ISREG(status.st_mode))
         return std::nullopt;
     return FileIdentity(status.st_dev, status.st_ino);
 }
 
-std::array<std::uint8_t, 2> FileLook::formatVersions() {
+std::array<std::uint8_t, 2> FileInspector::formatVersions() {
     constexpr off_t place =
         18; // https://www.sqlite.org/fileformat.html, "File format version numbers"
     const auto file = identity();
     return file ? bytes<2>(*file, place) : std::array<std::uint8_t, 2>{};
 }
 
-/// Zeros where they cannot be read; the rest of a mark says nearly as much.
+/// Zeros where they cannot be read; the rest of a fingerprint says nearly as much.
 template <std::size_t size>
-std::array<std::uint8_t, size> FileLook::bytes(const FileIdentity& identity, off_t place) {
+std::array<std::uint8_t, size> FileInspector::bytes(const FileIdentity& identity, off_t place) {
     if (opened_ != identity) {
         if (descriptor_ >= 0)
             ::close(descriptor_);
