@@ -3,6 +3,7 @@
 #include "Linux/Displays/Geometry.h"
 
 #include <QMargins>
+#include <QString>
 
 #include <functional>
 #include <memory>
@@ -84,10 +85,10 @@ public:
 
 /// The environment's address of the display server, such as ":0", before a session is opened. Empty
 /// when there is none.
-std::string serverAddress();
+QString serverAddress();
 
 /// The server that an address leads to: of all that lead to one server the same, and of letters,
 /// digits and "_" alone, such as "x11__0".
-std::string serverName(const std::string& address);
+QString serverName(const QString& address);
 
 } // namespace tessary

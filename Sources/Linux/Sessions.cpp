@@ -8,8 +8,6 @@
 
 #include <array>
 #include <cctype>
-#include <cstdlib>
-#include <string_view>
 
 namespace tessary {
 
@@ -20,18 +18,13 @@ constexpr std::array families{X11Session::open};
 
 Session* openSession = nullptr;
 
-std::string environment(const char* variable) {
-    const char* value = std::getenv(variable);
-    return value != nullptr ? value : "";
-}
-
 /// Letters and digits stand for themselves, every other character as "_" and its code.
-std::string encoded(std::string_view text) {
-    std::string result;
+QString encoded(const QByteArray& text) {
+    QString result;
     for (const char character : text) {
         const auto byte = static_cast<unsigned char>(character);
-        result += std::isalnum(byte) != 0 ? std::string(1, character)
-                                          : "_" + QByteArray::number(byte, 16).toStdString();
+        result += std::isalnum(byte) != 0 ? QString(QLatin1Char(character))
+                                          : u'_' + QString::number(byte, 16);
     }
     return result;
 }
@@ -44,7 +37,7 @@ bool Session::open() {
             openSession = session.release();
             return true;
         }
-    if (environment("WAYLAND_DISPLAY").empty())
+    if (qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
         return false;
     NSLog("tessary: the displays and keys of this Wayland session cannot be reached");
     return true;
@@ -63,15 +56,17 @@ void Session::ungrabKeyboard(QWindow& window) {
     window.setKeyboardGrabEnabled(false);
 }
 
-std::string serverAddress() {
-    const std::string display = environment("DISPLAY");
-    return display.empty() ? environment("WAYLAND_DISPLAY") : display;
+QString serverAddress() {
+    const QString display = qEnvironmentVariable("DISPLAY");
+    return display.isEmpty() ? qEnvironmentVariable("WAYLAND_DISPLAY") : display;
 }
 
-std::string serverName(const std::string& address) {
-    const auto server = xServer(address);
-    return server ? "x11_" + encoded(server->host) + "_" + std::to_string(server->number)
-                  : "wayland_" + encoded(address);
+QString serverName(const QString& address) {
+    const QByteArray bytes = address.toUtf8();
+    const auto server = xServer(bytes.constData());
+    return server ? QStringLiteral("x11_") + encoded(server->host) + u'_' +
+                        QString::number(server->number)
+                  : QStringLiteral("wayland_") + encoded(bytes);
 }
 
 } // namespace tessary

@@ -54,17 +54,12 @@ void openSessionOrExit() {
 
 /// False when another instance does what this one was started for.
 bool isOnlyInstance(SingleInstance& instance, const std::optional<std::string>& action) {
-    switch (instance.claim(SessionBus::shared().connection(), action)) {
-    case SingleInstance::Claim::first:
-    case SingleInstance::Claim::alone:
-        return true;
-    case SingleInstance::Claim::activated:
-        return false;
-    case SingleInstance::Claim::refused:
+    const auto claim = instance.claim(SessionBus::shared().connection(), action);
+    if (claim == SingleInstance::Claim::refused) {
         NSLog("tessary: another instance runs and does not answer");
         std::exit(failure);
     }
-    return true;
+    return claim != SingleInstance::Claim::activated;
 }
 
 /// Also before the loop has windows at all.
@@ -112,7 +107,7 @@ void NSApplication::terminate() {
 void NSApplication::run() {
     const auto action = tessary::actionOfCommandLineOrExit();
     prepareProcessOrExit();
-    if (tessary::serverAddress().empty())
+    if (tessary::serverAddress().isEmpty())
         exitWithoutServer();
     EventLoop loop;
     SingleInstance instance;

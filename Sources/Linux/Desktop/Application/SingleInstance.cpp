@@ -24,17 +24,9 @@ const QString displayEntry = QStringLiteral("display"); // of an activation's pl
 
 constexpr int answerLimit = 5000; // milliseconds; an instance that has stopped never answers
 
-QString ownDisplay() {
-    return QString::fromStdString(serverAddress());
-}
-
-QString serverOf(const QString& display) {
-    return QString::fromStdString(serverName(display.toStdString()));
-}
-
 /// The name that the instance on our display server has.
 QString serviceOnServer() {
-    return service + u'.' + serverOf(ownDisplay());
+    return service + u'.' + serverName(serverAddress());
 }
 
 enum class Request { granted, refused, unanswered };
@@ -57,7 +49,7 @@ SingleInstance::Claim activate(const QDBusConnection& bus, const QString& name,
                                                      action ? activateAction : justActivate);
     if (action)
         activation << QString::fromStdString(*action) << QVariantList();
-    activation << QVariantMap{{displayEntry, ownDisplay()}};
+    activation << QVariantMap{{displayEntry, serverAddress()}};
     const QDBusMessage reply = bus.call(activation, QDBus::Block, answerLimit);
     if (reply.type() != QDBusMessage::ErrorMessage)
         return SingleInstance::Claim::activated;
@@ -125,10 +117,10 @@ void SingleInstance::join(QDBusConnection bus) {
 
 QDBusMessage SingleInstance::answerToActivation(const QDBusMessage& message) {
     const auto platformData = qdbus_cast<QVariantMap>(message.arguments().constLast());
-    const auto display = platformData.value(displayEntry, ownDisplay()).toString();
-    if (serverOf(display) != serverOf(ownDisplay()))
+    const auto display = platformData.value(displayEntry, serverAddress()).toString();
+    if (serverName(display) != serverName(serverAddress()))
         return message.createErrorReply(otherDisplayError,
-                                        QStringLiteral("runs on ") + ownDisplay());
+                                        QStringLiteral("runs on ") + serverAddress());
     if (message.member() == activateAction)
         perform(message.arguments().constFirst().toString());
     else

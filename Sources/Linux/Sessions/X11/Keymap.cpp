@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <initializer_list>
 #include <span>
+#include <utility>
 
 namespace tessary {
 
@@ -105,18 +106,15 @@ std::optional<Keymap> Keymap::read(const XConnection& connection) {
 }
 
 std::optional<std::uint16_t> Keymap::xModifiers(std::uint32_t carbonModifiers) const {
-    struct Row {
-        std::uint32_t carbon;
-        std::uint16_t x;
-    };
     unsigned bits = 0;
-    for (const Row& row : {Row{shiftKey, XCB_MOD_MASK_SHIFT}, Row{controlKey, XCB_MOD_MASK_CONTROL},
-                           Row{optionKey, option}, Row{cmdKey, command}}) {
-        if ((carbonModifiers & row.carbon) == 0)
-            continue;
-        if (row.x == 0)
+    for (const auto& [carbon, x] : {std::pair(shiftKey, std::uint16_t{XCB_MOD_MASK_SHIFT}),
+                                    {controlKey, XCB_MOD_MASK_CONTROL},
+                                    {optionKey, option},
+                                    {cmdKey, command}}) {
+        if ((carbonModifiers & carbon) != 0 && x == 0)
             return std::nullopt;
-        bits |= row.x;
+        if ((carbonModifiers & carbon) != 0)
+            bits |= x;
     }
     return static_cast<std::uint16_t>(bits);
 }

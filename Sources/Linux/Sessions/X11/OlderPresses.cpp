@@ -37,7 +37,9 @@ std::uint8_t opcodeOfInput(xcb_connection_t* x) {
 void OlderPresses::add(xcb_keycode_t key, const xcb_query_keymap_reply_t* before) {
     if (!isDown(key, before))
         return;
-    if (!hasExtension()) {
+    if (!opcode_)
+        opcode_ = opcodeOfInput(connection_.get());
+    if (opcode_ == 0) {
         NSLog("tessary: the X server lacks the input extension; a key that is held while its "
               "shortcut is recorded counts as pressed");
         return;
@@ -62,12 +64,6 @@ void OlderPresses::receive(const xcb_generic_event_t& event) {
     if (!keys_.empty() && (event.response_type & typeBits) == XCB_GE_GENERIC &&
         raw.extension == opcode_ && raw.event_type == XCB_INPUT_RAW_KEY_RELEASE)
         remove(static_cast<xcb_keycode_t>(raw.detail));
-}
-
-bool OlderPresses::hasExtension() {
-    if (!opcode_)
-        opcode_ = opcodeOfInput(connection_.get());
-    return *opcode_ != 0;
 }
 
 /// When they are wanted the request goes out with the next one, so that nothing comes in between.

@@ -31,7 +31,6 @@ public:
     void receive(const xcb_generic_event_t& event);
 
 private:
-    bool hasExtension();
     void selectReleases(bool wanted);
 
     const XConnection& connection_;

@@ -11,7 +11,6 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdint>
-#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -45,12 +44,6 @@ std::vector<std::uint32_t> numbers(xcb_connection_t* x, xcb_window_t window,
         return {};
     const auto* first = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
     return {first, first + reply->value_len};
-}
-
-std::optional<std::uint32_t> number(xcb_connection_t* x, xcb_window_t window,
-                                    std::string_view property) {
-    const auto all = numbers(x, window, property);
-    return all.size() == 1 ? std::optional(all.front()) : std::nullopt;
 }
 
 void send(xcb_connection_t* x, xcb_window_t window, std::string_view type, std::uint32_t first,
@@ -101,10 +94,10 @@ void X11Session::moveToCurrentDesktop(const QWidget& window) {
     if (x == nullptr)
         return;
     const auto id = static_cast<xcb_window_t>(window.winId());
-    const auto own = number(x, id, "_NET_WM_DESKTOP");
-    const auto current = number(x, rootOf(x, id), "_NET_CURRENT_DESKTOP");
-    if (own && current && own != current && own != allDesktops)
-        send(x, id, "_NET_WM_DESKTOP", *current, fromPanel);
+    const auto own = numbers(x, id, "_NET_WM_DESKTOP");
+    const auto current = numbers(x, rootOf(x, id), "_NET_CURRENT_DESKTOP");
+    if (own.size() == 1 && current.size() == 1 && own != current && own.front() != allDesktops)
+        send(x, id, "_NET_WM_DESKTOP", current.front(), fromPanel);
 }
 
 // The time of the user's last action, which an application would have to tell here, is that of a

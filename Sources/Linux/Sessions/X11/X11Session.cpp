@@ -2,10 +2,11 @@
 
 #include "Linux/Sessions/X11/Connection/Atoms.h"
 #include "Linux/Sessions/X11/Connection/Replies.h"
-#include "Linux/Sessions/X11/Connection/XEventSource.h"
 #include "Platform/Foundation.h"
 
+#include <QAbstractEventDispatcher>
 #include <QGuiApplication>
+#include <QSocketNotifier>
 #include <QWindow>
 
 #include <algorithm>
@@ -40,6 +41,42 @@ bool isXwayland(const XConnection& x) {
                return output.name.starts_with("XWAYLAND");
            });
 }
+
+/// Brings the connection's events into the event loop.
+class XEventSource : public QObject {
+public:
+    XEventSource(XConnection& connection, std::function<void()> lost)
+        : connection_(connection),
+          lost_(std::move(lost)),
+          notifier_(xcb_get_file_descriptor(connection.get()), QSocketNotifier::Read) {
+        connect(&notifier_, &QSocketNotifier::activated, this, [this] { dispatch(); });
+        connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
+                [this] { beforeBlocking(); });
+    }
+
+private:
+    void dispatch() {
+        connection_.read();
+        if (!connection_.isBroken()) {
+            connection_.deliver();
+        } else if (notifier_.isEnabled()) {
+            notifier_.setEnabled(false); // a closed socket is readable for ever
+            lost_();
+        }
+    }
+
+    /// An event that arrived with a reply is in xcb's own queue, where the loop does not see it.
+    void beforeBlocking() {
+        connection_.drain();
+        if (connection_.hasWork())
+            QMetaObject::invokeMethod(
+                this, [this] { dispatch(); }, Qt::QueuedConnection);
+    }
+
+    XConnection& connection_;
+    std::function<void()> lost_;
+    QSocketNotifier notifier_;
+};
 
 } // namespace
 
@@ -113,14 +150,13 @@ void X11Session::ungrabKeyboard(QWindow& window) {
         xcb_flush(x->connection());
 }
 
-std::optional<XServerAddress> xServer(const std::string& display) {
+std::optional<XServerAddress> xServer(const char* display) {
     char* host = nullptr;
     int number = 0;
-    if (xcb_parse_display(display.c_str(), &host, &number, nullptr) == 0)
+    if (xcb_parse_display(display, &host, &number, nullptr) == 0)
         return std::nullopt;
     const XReply<char> owner(host);
-    const std::string_view name = host;
-    return XServerAddress{std::string(name == "unix" ? "" : name), number};
+    return XServerAddress{qstrcmp(host, "unix") == 0 ? "" : host, number};
 }
 
 } // namespace tessary

@@ -45,11 +45,11 @@ private:
 
 /// The X server that a DISPLAY leads to, whatever its screen and way of writing.
 struct XServerAddress {
-    std::string host; ///< empty: this computer, by its own socket
+    QByteArray host; ///< empty: this computer, by its own socket
     int number = 0;
 };
 
 /// Nothing when the text is no DISPLAY.
-std::optional<XServerAddress> xServer(const std::string& display);
+std::optional<XServerAddress> xServer(const char* display);
 
 } // namespace tessary
