@@ -50,8 +50,9 @@ struct Desktop {
             x += 1500;
         }
         server.xrandr(arrangement);
+        const Displays displays(client);
         for (std::size_t output = 0; output < outputs.size(); ++output) // not before they are on
-            client.setEDID(outputs[output], edid(static_cast<std::uint8_t>(output + 1)));
+            displays.setEDID(outputs[output], edid(static_cast<std::uint8_t>(output + 1)));
     }
 };
 

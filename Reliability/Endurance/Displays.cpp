@@ -1,6 +1,5 @@
 #include "Displays.h"
 
-#include <span>
 #include <stdexcept>
 
 namespace endurance {
@@ -154,6 +153,15 @@ bool Displays::apply(const Layout& layout) const {
 
 void Displays::setPrimary(const std::string& output) const {
     xcb_randr_set_output_primary(connection(), client_.root(), known_.at(output).id);
+    xcb_flush(connection());
+}
+
+void Displays::setEDID(const std::string& output, std::span<const std::uint8_t> bytes) const {
+    const auto property =
+        ask(connection(), xcb_intern_atom(connection(), 0, 4, "EDID"), xcb_intern_atom_reply);
+    xcb_randr_change_output_property(connection(), known_.at(output).id, property->atom,
+                                     XCB_ATOM_INTEGER, 8, XCB_PROP_MODE_REPLACE,
+                                     static_cast<std::uint32_t>(bytes.size()), bytes.data());
     xcb_flush(connection());
 }
 

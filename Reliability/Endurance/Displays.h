@@ -7,6 +7,7 @@
 #include "Desktop/Harness/Reply.h"
 
 #include <map>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -47,6 +48,7 @@ public:
     bool apply(const Layout& layout) const;
 
     void setPrimary(const std::string& output) const;
+    void setEDID(const std::string& output, std::span<const std::uint8_t> bytes) const;
     void addMode(const std::string& output, xcb_randr_mode_t mode) const;
     void removeMode(const std::string& output, xcb_randr_mode_t mode) const;
 

@@ -49,12 +49,3 @@ extern "C" void syslog(int /*priority*/, const char* format, ...) {
     systemLog = va_arg(arguments, const char*);
     va_end(arguments);
 }
-
-// The one that stands for it in a fortified build.
-// NOLINTNEXTLINE(bugprone-reserved-identifier)
-extern "C" void __syslog_chk(int /*priority*/, int /*flag*/, const char* format, ...) {
-    std::va_list arguments;
-    va_start(arguments, format);
-    systemLog = va_arg(arguments, const char*);
-    va_end(arguments);
-}

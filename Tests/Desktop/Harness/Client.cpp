@@ -5,6 +5,7 @@
 #include <QSocketNotifier>
 
 #include <algorithm>
+#include <span>
 #include <stdexcept>
 
 #include <xcb/xtest.h>
@@ -73,13 +74,6 @@ void Client::noteDisplay(const xcb_randr_crtc_change_t& change) {
         litDisplays_.insert(change.crtc);
     else if (litDisplays_.erase(change.crtc) > 0)
         ++darkDisplays_;
-}
-
-void Client::setEDID(const std::string& output, std::span<const std::uint8_t> bytes) const {
-    const auto property = ask(xcb_intern_atom, xcb_intern_atom_reply, 0, 4, "EDID");
-    send(xcb_randr_change_output_property_checked, outputNamed(output), property->atom,
-         XCB_ATOM_INTEGER, 8, XCB_PROP_MODE_REPLACE, static_cast<std::uint32_t>(bytes.size()),
-         bytes.data());
 }
 
 void Client::moveDisplay(const std::string& output, std::int16_t x, std::int16_t y) const {

@@ -7,7 +7,6 @@
 #include <functional>
 #include <memory>
 #include <set>
-#include <span>
 #include <string>
 #include <type_traits>
 
@@ -63,8 +62,6 @@ public:
     int displayChanges() const { return displayChanges_; }
     int darkDisplays() const { return darkDisplays_; }
     int bells() const { return bells_; }
-
-    void setEDID(const std::string& output, std::span<const std::uint8_t> bytes) const;
 
     /// Takes a display to another place of a screen of 8192 × 4096.
     void moveDisplay(const std::string& output, std::int16_t x, std::int16_t y) const;
