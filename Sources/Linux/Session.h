@@ -24,9 +24,9 @@ class Session {
 public:
     virtual ~Session() = default;
 
-    /// Opens the session of the first family that serves it. Where there is a display server that
-    /// none of them serves, the session offers nothing, with one log line. False when there is no
-    /// display server at all.
+    /// Opens the session of the first family that serves it. A Wayland compositor that none of them
+    /// serves has neither displays nor keys, with one log line. False when no display server
+    /// answers.
     static bool open();
 
     /// The open session, which is never destroyed; one that offers nothing before `open`.
@@ -83,8 +83,8 @@ public:
     virtual void takeFocus(const QWidget& /*window*/) {}
 };
 
-/// The environment's address of the display server, such as ":0", before a session is opened. Empty
-/// when there is none.
+/// The environment's address of the display server, such as "wayland-0" or ":0", before a session
+/// is opened. Empty when there is none.
 QString serverAddress();
 
 /// The server that an address leads to: of all that lead to one server the same, and of letters,

@@ -1,5 +1,7 @@
 #include "Linux/Session.h"
 
+#include "Linux/Sessions/Gnome/GnomeSession.h"
+#include "Linux/Sessions/Wayland/WaylandSession.h"
 #include "Linux/Sessions/X11/X11Session.h"
 #include "Platform/Foundation.h"
 
@@ -8,13 +10,27 @@
 
 #include <array>
 #include <cctype>
+#include <memory>
+#include <utility>
 
 namespace tessary {
 
 namespace {
 
-/// In the order of asking; the first that serves the session takes it.
-constexpr std::array families{X11Session::open};
+/// In the order of asking; the first that serves the compositor takes the connection.
+constexpr std::array waylandFamilies{GnomeSession::open};
+
+/// Null where no compositor answers.
+std::unique_ptr<Session> waylandSession() {
+    auto connection = WaylandConnection::open();
+    if (!connection)
+        return nullptr;
+    for (const auto family : waylandFamilies)
+        if (auto session = family(connection))
+            return session;
+    NSLog("tessary: the displays and keys of this Wayland session cannot be reached");
+    return std::make_unique<WaylandSession>(std::move(connection));
+}
 
 Session* openSession = nullptr;
 
@@ -31,16 +47,13 @@ QString encoded(const QByteArray& text) {
 
 } // namespace
 
+// The X server last: a compositor starts one for the first program that connects to it.
 bool Session::open() {
-    for (const auto family : families)
-        if (auto session = family()) {
-            openSession = session.release();
-            return true;
-        }
-    if (qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
-        return false;
-    NSLog("tessary: the displays and keys of this Wayland session cannot be reached");
-    return true;
+    auto session = waylandSession();
+    if (!session)
+        session = X11Session::open();
+    openSession = session.release();
+    return openSession != nullptr;
 }
 
 Session& Session::current() {
@@ -57,8 +70,7 @@ void Session::ungrabKeyboard(QWindow& window) {
 }
 
 QString serverAddress() {
-    const QString display = qEnvironmentVariable("DISPLAY");
-    return display.isEmpty() ? qEnvironmentVariable("WAYLAND_DISPLAY") : display;
+    return qEnvironmentVariable(WaylandConnection::isAnswered() ? "WAYLAND_DISPLAY" : "DISPLAY");
 }
 
 QString serverName(const QString& address) {

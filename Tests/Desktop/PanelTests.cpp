@@ -1,5 +1,6 @@
 // The program's icon in a panel: its menu on the bus, and who runs when it is started twice.
 #include "Desktop/Desktop.h"
+#include "Desktop/Harness/Mutter.h"
 
 namespace desktop {
 namespace {
@@ -150,9 +151,11 @@ TEST_F(PanelIcon, SecondStartHandsOverToTheFirstUnlessThatRunsOnAnotherServer) {
 }
 
 TEST_F(PanelIcon, StandsInASessionWhoseDisplaysAndKeysCannotBeReached) {
+    const Bus otherBus; // of which the program knows nothing
+    const Mutter compositor(home_, otherBus, {"1920x1080@60"});
     Panel panel(bus_);
     ChildProcess tessary(
-        home_.commandOn("", {bus_.environment(), "WAYLAND_DISPLAY=wayland-7", TESSARY_PROGRAM}));
+        home_.commandOn("", {bus_.environment(), Mutter::environment(), TESSARY_PROGRAM}));
     EXPECT_TRUE(tessary.waitForLine("tessary: the displays and keys of this Wayland session.*"));
     EXPECT_TRUE(tessary.waitForLine("TSY: failed to register F14 .status -9879."));
     ASSERT_TRUE(panel.hasIcon());

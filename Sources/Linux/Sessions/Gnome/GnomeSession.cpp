@@ -1,0 +1,30 @@
+#include "Linux/Sessions/Gnome/GnomeSession.h"
+
+#include "Linux/Desktop/Runtime/SessionBus.h"
+
+#include <QDBusConnectionInterface>
+
+#include <utility>
+
+namespace tessary {
+
+namespace {
+
+/// Whether Mutter tells the displays on this bus.
+bool hasMutter(const std::optional<QDBusConnection>& bus) {
+    return bus &&
+           bus->interface()->isServiceRegistered(QStringLiteral("org.gnome.Mutter.DisplayConfig"));
+}
+
+} // namespace
+
+std::unique_ptr<Session> GnomeSession::open(std::unique_ptr<WaylandConnection>& connection) {
+    if (!hasMutter(SessionBus::shared().connection()))
+        return nullptr;
+    return std::unique_ptr<Session>(new GnomeSession(std::move(connection)));
+}
+
+GnomeSession::GnomeSession(std::unique_ptr<WaylandConnection> connection)
+    : WaylandSession(std::move(connection)) {}
+
+} // namespace tessary

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "Linux/Sessions/Wayland/WaylandSession.h"
+
+namespace tessary {
+
+/// GNOME on Wayland, or another desktop whose compositor is Mutter.
+class GnomeSession : public WaylandSession {
+public:
+    /// Takes the connection when the session is one of this family. Null, and the connection stays
+    /// where it is, when it is not.
+    static std::unique_ptr<Session> open(std::unique_ptr<WaylandConnection>& connection);
+
+private:
+    explicit GnomeSession(std::unique_ptr<WaylandConnection> connection);
+};
+
+} // namespace tessary

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "Linux/Session.h"
+#include "Linux/Sessions/Wayland/WaylandConnection.h"
+
+#include <memory>
+
+namespace tessary {
+
+/// A session on a Wayland compositor: what is the same under all of them. By itself it has neither
+/// displays nor keys; the families of compositors derive theirs.
+class WaylandSession : public Session {
+public:
+    explicit WaylandSession(std::unique_ptr<WaylandConnection> connection);
+
+    std::string toolkitPlatforms() const override { return "wayland;xcb"; }
+    std::shared_ptr<void> feedEvents(const std::function<void()>& lost) override;
+
+protected:
+    WaylandConnection& connection() { return *connection_; }
+
+private:
+    std::unique_ptr<WaylandConnection> connection_;
+};
+
+} // namespace tessary
