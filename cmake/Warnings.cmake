@@ -1,11 +1,12 @@
-# Every warning is an error in every target of the project.
+# Every warning is an error in every target of the project. All sources in C are generated.
 add_library(tessary_warnings INTERFACE)
-target_compile_options(tessary_warnings INTERFACE
+set(warnings
   -Werror -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
   -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align -Wunused -Wdouble-promotion -Wformat=2
   -Wnull-dereference -Wextra-semi -Wimplicit-fallthrough
   $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond -Wduplicated-branches -Wlogical-op -Wuseless-cast>
   $<$<CXX_COMPILER_ID:Clang>:-Wno-keyword-macro>) # <xcb/xkb.h> needs a keyword renamed around it
+target_compile_options(tessary_warnings INTERFACE "$<$<COMPILE_LANGUAGE:CXX>:${warnings}>")
 
 # Sources that are compiled as one may use the same name, one for a function and one for a variable.
 if(CMAKE_UNITY_BUILD)
