@@ -60,6 +60,12 @@ std::span<const SecondKey> secondKeys() {
     return ownSymbols;
 }
 
+bool isSomethingElse(std::uint8_t hardwareKey, std::span<const std::uint32_t> plainSymbols) {
+    const auto key = std::ranges::find(ownSymbols, hardwareKey, &SecondKey::hardwareKey);
+    return key != ownSymbols.end() &&
+           std::ranges::any_of(plainSymbols, [&](auto symbol) { return symbol != key->symbol; });
+}
+
 std::string_view hardwareKeyName(std::uint8_t hardwareKey) {
     const auto name = std::ranges::find(names, hardwareKey, &decltype(names)::value_type::first);
     return name != names.end() ? name->second : std::string_view();

@@ -32,6 +32,11 @@ struct SecondKey {
 
 std::span<const SecondKey> secondKeys();
 
+/// Whether the key is a second key of which a keymap makes something else than its own symbol.
+/// `plainSymbols`: what the key has without modifiers, in every group of the keymap, whichever of
+/// them the user has chosen now.
+bool isSomethingElse(std::uint8_t hardwareKey, std::span<const std::uint32_t> plainSymbols);
+
 /// What is printed on a hardware key, of those that share a virtual key; empty for others.
 std::string_view hardwareKeyName(std::uint8_t hardwareKey);
 

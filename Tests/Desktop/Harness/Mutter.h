@@ -18,6 +18,9 @@ public:
     /// What puts a program into this session, for its environment.
     static std::string environment() { return std::string("WAYLAND_DISPLAY=") + displayName; }
 
+    /// Its socket's path, for a connection of our own.
+    static std::string socket(const Home& home) { return home.path() / displayName; }
+
     /// SIGKILL has the session end.
     void signal(int number) const { process_.signal(number); }
 

@@ -95,4 +95,16 @@ bool WaylandConnection::waitUntil(const std::function<bool()>& holds, int millis
     return true;
 }
 
+bool WaylandConnection::synchronize(int milliseconds) {
+    static constexpr wl_callback_listener done{
+        [](void* isDone, wl_callback* /*callback*/, std::uint32_t /*time*/) {
+            *static_cast<bool*>(isDone) = true;
+        }};
+    bool isDone = false;
+    const std::unique_ptr<wl_callback, decltype(&wl_callback_destroy)> callback(
+        wl_display_sync(display()), wl_callback_destroy);
+    wl_callback_add_listener(callback.get(), &done, &isDone);
+    return waitUntil([&isDone] { return isDone; }, milliseconds);
+}
+
 } // namespace tessary

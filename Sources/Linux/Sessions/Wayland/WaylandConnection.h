@@ -47,6 +47,10 @@ public:
     /// over. Whether it holds.
     bool waitUntil(const std::function<bool()>& holds, int milliseconds);
 
+    /// Handles all events that the compositor has sent until now. False when it does not answer
+    /// within `milliseconds`.
+    bool synchronize(int milliseconds);
+
     /// Handles the events that have arrived, without waiting. False when the compositor is gone.
     bool dispatch();
 

@@ -77,12 +77,9 @@ std::vector<std::uint8_t> readKeysWithOtherMeaning(const XConnection& connection
         keys.push_back(static_cast<xcb_keycode_t>(key.hardwareKey + firstServerKey));
     const auto symbols = plainSymbols(connection, keys);
     std::vector<std::uint8_t> result;
-    for (std::size_t i = 0; i < keys.size(); ++i) {
-        const SecondKey& key = secondKeys()[i];
-        // In every group, since a grab holds whichever the user has chosen.
-        if (std::ranges::any_of(symbols[i], [&](auto symbol) { return symbol != key.symbol; }))
-            result.push_back(key.hardwareKey);
-    }
+    for (std::size_t i = 0; i < keys.size(); ++i)
+        if (isSomethingElse(secondKeys()[i].hardwareKey, symbols[i]))
+            result.push_back(secondKeys()[i].hardwareKey);
     return result;
 }
 
