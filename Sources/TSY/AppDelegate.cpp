@@ -41,17 +41,12 @@ bool AppDelegate::applicationShouldHandleReopen(NSApplication& /*application*/,
     return true;
 }
 
-bool AppDelegate::applicationPerformAction(NSApplication& /*application*/,
-                                           const std::string& action) {
-    if (action == "preferences")
-        preferences().show();
-    else if (action == "slot-one")
-        switchTo(Slot::one, std::nullopt);
-    else if (action == "slot-two")
-        switchTo(Slot::two, std::nullopt);
-    else
-        return false;
-    return true;
+std::vector<NSApplicationAction> AppDelegate::applicationActions() {
+    return {{"slot-one", "switch the display under the pointer to its first preset",
+             [this] { switchTo(Slot::one, std::nullopt); }},
+            {"slot-two", "switch the display under the pointer to its second preset",
+             [this] { switchTo(Slot::two, std::nullopt); }},
+            {"preferences", "show the preferences", [this] { preferences().show(); }}};
 }
 
 PreferencesWindowController& AppDelegate::preferences() {

@@ -9,7 +9,7 @@
 
 #include <memory>
 #include <optional>
-#include <string>
+#include <vector>
 
 namespace tsy {
 
@@ -37,8 +37,7 @@ public:
     void applicationWillTerminate() override;
     bool applicationShouldHandleReopen(NSApplication& application, bool hasVisibleWindows) override;
 
-    /// "slot-one" and "slot-two" do what the slot's hot key does, "preferences" shows them.
-    bool applicationPerformAction(NSApplication& application, const std::string& action) override;
+    std::vector<NSApplicationAction> applicationActions() override;
 
     // Status menu (AppDelegateMenu.cpp)
     void menuWillOpen(NSMenu& menu) override;

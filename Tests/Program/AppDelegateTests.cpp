@@ -41,7 +41,7 @@ TEST_F(Delegate, EmptySlotIsExplainedByThePreferencesOncePerRun) {
     EXPECT_EQ(state.takeLog(), "list modes of 1; list modes of 1; list modes of 1; activate; "
                                "show “Tessary” with style 7; centre");
     EXPECT_TRUE(delegate->applicationShouldHandleReopen(NSApplication::shared(), true));
-    EXPECT_TRUE(delegate->applicationPerformAction(NSApplication::shared(), "preferences"));
+    delegate->applicationActions().back().perform();
     EXPECT_EQ(state.takeLog(), "list modes of 1; activate; list modes of 1; activate");
     EXPECT_EQ(choose("Settings…"), "Settings…: list modes of 1; activate\n");
     state.displays = {{.model = 2, .modes = {}}}; // it has just appeared

@@ -1,9 +1,18 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 class NSApplication;
+
+/// What the desktop and the command line can ask the program for.
+struct NSApplicationAction {
+    std::string name;              ///< also in the program's packaging
+    std::string description;       ///< for the program's help: English, a verb first
+    std::function<void()> perform; ///< for the main thread, while the delegate lives
+};
 
 /// Told about the application's life, on the main thread.
 class NSApplicationDelegate {
@@ -21,10 +30,8 @@ public:
     virtual bool applicationShouldHandleReopen(NSApplication& application,
                                                bool hasVisibleWindows) = 0;
 
-    /// The user has chosen one of the actions that the desktop offers for the program, which are
-    /// named in its packaging. False for a name that the program does not know.
-    virtual bool applicationPerformAction(NSApplication& application,
-                                          const std::string& action) = 0;
+    /// The same ones always. They are asked for before the launch too, but performed only after it.
+    virtual std::vector<NSApplicationAction> applicationActions() = 0;
 };
 
 enum class NSApplicationActivationPolicy {

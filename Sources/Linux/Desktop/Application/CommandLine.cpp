@@ -1,9 +1,9 @@
 #include "Linux/Desktop/Application/CommandLine.h"
 
 #include "Linux/Files/RunningProgram.h"
+#include "Platform/AppKit/NSApplication.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
@@ -15,17 +15,25 @@ namespace {
 
 constexpr const char* usage = "usage: tessary [--action NAME | --version | --help]\n";
 
-constexpr const char* help =
-    "Switches the resolution of displays, by keys and by a menu in the panel.\n"
-    "\n"
-    "  --action NAME   have the Tessary that runs, or else this one, do what NAME says:\n"
-    "                  slot-one, slot-two    switch the display under the pointer to its\n"
-    "                                        first or second preset\n"
-    "                  preferences           show the preferences\n"
-    "  --version       print the version\n"
-    "  --help          print this\n";
+using Actions = std::vector<NSApplicationAction>;
 
-constexpr std::array actions{"slot-one", "slot-two", "preferences"};
+std::string help(const Actions& actions) {
+    std::string text =
+        "Switches the resolution of displays, by keys and by a menu in the panel.\n"
+        "\n"
+        "  --action NAME   have the Tessary that runs, or else this one, do what NAME says:\n";
+    for (const auto& action : actions) {
+        constexpr std::size_t widest = 13;
+        const std::string gap(widest - std::min(widest, action.name.size()), ' ');
+        text += "      " + action.name + gap + action.description + "\n";
+    }
+    return text + "  --version       print the version\n"
+                  "  --help          print this\n";
+}
+
+bool isAction(const std::string& name, const Actions& actions) {
+    return std::ranges::find(actions, name, &NSApplicationAction::name) != actions.end();
+}
 
 /// Without the program's name.
 std::vector<std::string> commandLine() {
@@ -45,17 +53,16 @@ std::vector<std::string> commandLine() {
 
 } // namespace
 
-std::optional<std::string> actionOfCommandLineOrExit() {
+std::optional<std::string> actionOfCommandLineOrExit(const Actions& actions) {
     const auto words = commandLine();
     if (words.empty())
         return std::nullopt;
-    if (words.size() == 2 && words[0] == "--action" &&
-        std::ranges::find(actions, words[1]) != actions.end())
+    if (words.size() == 2 && words[0] == "--action" && isAction(words[1], actions))
         return words[1];
     if (words.size() == 1 && words[0] == "--version")
         print("tessary " + std::string(runningVersion()) + "\n");
     if (words.size() == 1 && words[0] == "--help")
-        print(std::string(usage) + help);
+        print(usage + help(actions));
     std::cerr << usage;
     constexpr int wrongUsage = 2;
     std::exit(wrongUsage);

@@ -20,6 +20,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <utility>
+#include <vector>
 
 using tessary::Displays;
 using tessary::EventLoop;
@@ -81,8 +82,17 @@ struct Sources {
     std::unique_ptr<QSocketNotifier> updates;
 };
 
+std::vector<NSApplicationAction> actionsOf(const std::shared_ptr<NSApplicationDelegate>& delegate) {
+    return delegate != nullptr ? delegate->applicationActions()
+                               : std::vector<NSApplicationAction>();
+}
+
 void perform(NSApplicationDelegate& delegate, const std::string& action) {
-    if (!delegate.applicationPerformAction(NSApplication::shared(), action))
+    const auto actions = delegate.applicationActions();
+    const auto found = std::ranges::find(actions, action, &NSApplicationAction::name);
+    if (found != actions.end())
+        found->perform();
+    else
         NSLog("tessary: there is no action \"" + action + "\"");
 }
 
@@ -105,7 +115,7 @@ void NSApplication::terminate() {
 }
 
 void NSApplication::run() {
-    const auto action = tessary::actionOfCommandLineOrExit();
+    const auto action = tessary::actionOfCommandLineOrExit(actionsOf(delegate_.lock()));
     prepareProcessOrExit();
     if (tessary::serverAddress().isEmpty())
         exitWithoutServer();
