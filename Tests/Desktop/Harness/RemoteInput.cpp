@@ -25,10 +25,15 @@ RemoteInput::~RemoteInput() {
     QDBusConnection::disconnectFromBus(connectionName_);
 }
 
-/// The compositor keeps the pointer in the layout.
+/// In steps that end on a monitor, since any other ends at the edge of the one where it began.
 void RemoteInput::movePointer(double x, double y) const {
-    constexpr double far = 1e5;
-    notify("NotifyPointerMotionRelative", {-far, -far});
+    constexpr double step = 300;
+    constexpr int steps = 30;
+    notify("NotifyPointerMotionRelative", {0.0, -steps * step});
+    for (int i = 0; i < steps; ++i)
+        notify("NotifyPointerMotionRelative", {-step, 0.0});
+    for (; x > step; x -= step)
+        notify("NotifyPointerMotionRelative", {step, 0.0});
     notify("NotifyPointerMotionRelative", {x, y});
 }
 

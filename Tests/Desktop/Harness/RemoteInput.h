@@ -16,7 +16,7 @@ public:
     explicit RemoteInput(const Bus& bus);
     ~RemoteInput();
 
-    /// Moves the pointer to a place of the whole layout.
+    /// Moves the pointer to a place of the whole layout, `y` being on the monitor.
     void movePointer(double x, double y) const;
 
     /// Presses or releases a key, by the kernel's code. The seat has a keyboard from the first key.

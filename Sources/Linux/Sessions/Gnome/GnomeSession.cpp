@@ -1,6 +1,7 @@
 #include "Linux/Sessions/Gnome/GnomeSession.h"
 
 #include "Linux/Desktop/Runtime/SessionBus.h"
+#include "Linux/Displays/DisplayDriver.h"
 
 #include <QDBusConnectionInterface>
 
@@ -26,5 +27,10 @@ std::unique_ptr<Session> GnomeSession::open(std::unique_ptr<WaylandConnection>& 
 
 GnomeSession::GnomeSession(std::unique_ptr<WaylandConnection> connection)
     : WaylandSession(std::move(connection)) {}
+
+std::optional<PixelPoint> GnomeSession::pointer() {
+    auto* driver = displays();
+    return driver != nullptr ? pointer_.find(driver->displays()) : std::nullopt;
+}
 
 } // namespace tessary

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Linux/Sessions/Gnome/WorkAreaPointer.h"
 #include "Linux/Sessions/Wayland/WaylandSession.h"
 
 namespace tessary {
@@ -11,8 +12,12 @@ public:
     /// where it is, when it is not.
     static std::unique_ptr<Session> open(std::unique_ptr<WaylandConnection>& connection);
 
+    std::optional<PixelPoint> pointer() override;
+
 private:
     explicit GnomeSession(std::unique_ptr<WaylandConnection> connection);
+
+    WorkAreaPointer pointer_{connection()};
 };
 
 } // namespace tessary

@@ -59,37 +59,54 @@ bool WaylandConnection::offers(std::string_view interface) const {
 void* WaylandConnection::bindAny(const wl_interface& interface, std::uint32_t version) const {
     const auto global =
         std::ranges::find(globals_, std::string_view(interface.name), &WaylandGlobal::interface);
-    if (global == globals_.end())
-        return nullptr;
-    return wl_registry_bind(registry_.get(), global->name, &interface,
-                            std::min(global->version, version));
+    return global != globals_.end() ? bindOne(*global, interface, version) : nullptr;
 }
 
-/// False when the compositor is gone.
-bool WaylandConnection::readWithin(int milliseconds) {
-    while (wl_display_prepare_read(display()) != 0)
-        if (wl_display_dispatch_pending(display()) < 0)
-            return false;
+void* WaylandConnection::bindOne(const WaylandGlobal& global, const wl_interface& interface,
+                                 std::uint32_t version) const {
+    return wl_registry_bind(registry_.get(), global.name, &interface,
+                            std::min(global.version, version));
+}
+
+/// Null is the queue that all objects have which were given no other.
+bool WaylandConnection::handleRead(wl_event_queue* queue) const {
+    return (queue != nullptr ? wl_display_dispatch_queue_pending(display(), queue)
+                             : wl_display_dispatch_pending(display())) >= 0;
+}
+
+/// Handles what has been read already, else what comes. False when the compositor is gone.
+bool WaylandConnection::readWithin(int milliseconds, wl_event_queue* queue) {
+    if ((queue != nullptr ? wl_display_prepare_read_queue(display(), queue)
+                          : wl_display_prepare_read(display())) != 0)
+        return handleRead(queue);
     wl_display_flush(display());
     pollfd file{wl_display_get_fd(display()), POLLIN, 0};
     if (poll(&file, 1, milliseconds) <= 0) {
         wl_display_cancel_read(display());
         return true;
     }
-    return wl_display_read_events(display()) >= 0 && wl_display_dispatch_pending(display()) >= 0;
+    return wl_display_read_events(display()) >= 0 && handleRead(queue);
 }
 
 bool WaylandConnection::dispatch() {
-    return readWithin(0);
+    return readWithin(0, nullptr);
 }
 
-bool WaylandConnection::waitUntil(const std::function<bool()>& holds, int milliseconds) {
+bool WaylandConnection::hasWork() const {
+    if (wl_display_prepare_read(display()) != 0)
+        return true;
+    wl_display_cancel_read(display());
+    return false;
+}
+
+bool WaylandConnection::waitUntil(const std::function<bool()>& holds, int milliseconds,
+                                  wl_event_queue* queue) {
     using Clock = std::chrono::steady_clock;
     const auto end = Clock::now() + std::chrono::milliseconds(milliseconds);
     while (!holds()) {
         const auto left =
             std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now()).count();
-        if (left <= 0 || !readWithin(static_cast<int>(left)))
+        if (left <= 0 || !readWithin(static_cast<int>(left), queue))
             return false;
     }
     return true;

@@ -43,9 +43,25 @@ public:
         return static_cast<Proxy*>(bindAny(interface, version));
     }
 
+    /// All globals of this interface, on the queue. The caller owns them.
+    template <typename Proxy>
+    std::vector<Proxy*> bindAll(const wl_interface& interface, std::uint32_t version,
+                                wl_event_queue* queue) const {
+        std::vector<Proxy*> proxies;
+        for (const WaylandGlobal& global : globals_)
+            if (global.interface == interface.name) {
+                auto* proxy = bindOne(global, interface, version);
+                wl_proxy_set_queue(static_cast<wl_proxy*>(proxy), queue);
+                proxies.push_back(static_cast<Proxy*>(proxy));
+            }
+        return proxies;
+    }
+
     /// Sends what was asked for, and handles events until `holds` or until `milliseconds` are
-    /// over. Whether it holds.
-    bool waitUntil(const std::function<bool()>& holds, int milliseconds);
+    /// over. Whether it holds. With a queue of one's own the events of all other objects wait for
+    /// the event loop.
+    bool waitUntil(const std::function<bool()>& holds, int milliseconds,
+                   wl_event_queue* queue = nullptr);
 
     /// Handles all events that the compositor has sent until now. False when it does not answer
     /// within `milliseconds`.
@@ -54,14 +70,20 @@ public:
     /// Handles the events that have arrived, without waiting. False when the compositor is gone.
     bool dispatch();
 
+    /// Whether events have been read that are not handled yet, of which the socket tells nothing.
+    bool hasWork() const;
+
     WaylandConnection(const WaylandConnection&) = delete;
     WaylandConnection& operator=(const WaylandConnection&) = delete;
 
 private:
     explicit WaylandConnection(wl_display* display);
 
+    void* bindOne(const WaylandGlobal& global, const wl_interface& interface,
+                  std::uint32_t version) const;
     void* bindAny(const wl_interface& interface, std::uint32_t version) const;
-    bool readWithin(int milliseconds);
+    bool readWithin(int milliseconds, wl_event_queue* queue);
+    bool handleRead(wl_event_queue* queue) const;
 
     std::unique_ptr<wl_display, decltype(&wl_display_disconnect)> display_;
     std::unique_ptr<wl_registry, decltype(&wl_registry_destroy)> registry_;

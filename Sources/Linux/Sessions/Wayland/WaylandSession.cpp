@@ -20,7 +20,7 @@ public:
           notifier_(wl_display_get_fd(connection.display()), QSocketNotifier::Read) {
         connect(&notifier_, &QSocketNotifier::activated, this, [this] { dispatch(); });
         connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
-                [this] { wl_display_flush(connection_.display()); });
+                [this] { beforeBlocking(); });
     }
 
 private:
@@ -29,6 +29,14 @@ private:
             return;
         notifier_.setEnabled(false); // a closed socket is readable for ever
         lost_();
+    }
+
+    /// Who waited for an answer may have read other events with it, which the loop does not see.
+    void beforeBlocking() {
+        if (connection_.hasWork())
+            QMetaObject::invokeMethod(
+                this, [this] { dispatch(); }, Qt::QueuedConnection);
+        wl_display_flush(connection_.display());
     }
 
     WaylandConnection& connection_;
