@@ -1,4 +1,4 @@
-// The preferences window as somebody meets it who has a screen reader and a keyboard.
+// The preferences window, used with a screen reader and a keyboard.
 #include "Desktop/Desktop.h"
 
 namespace desktop {

@@ -13,7 +13,7 @@
 
 namespace desktop {
 
-/// What the program says where nobody shows its icon.
+/// What the program says while no panel shows its icon.
 inline const std::string noPanel = "tessary: no panel shows status icons; waiting for one";
 
 inline Layout both(const std::string& left, const std::string& right) {

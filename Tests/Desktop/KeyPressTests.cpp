@@ -54,7 +54,7 @@ TEST_F(KeyPress, WorksWhateverLocksAreOn) {
     EXPECT_TRUE(frees(keys::f14, XCB_MOD_MASK_5));
 }
 
-TEST_F(KeyPress, OfASecondKeyCountsWhileItMeansItselfAndNobodyElseHasIt) {
+TEST_F(KeyPress, OfASecondKeyCountsWhileItMeansItselfAndNoOtherProgramHasIt) {
     std::optional<Client> other(server_.display());
     other->grab(keys::pause);
     server_.setKeymap({"-option", "compose:sclk"});
@@ -121,13 +121,14 @@ TEST_F(KeyPress, WithTwoModifiersFollowsTheKeymapAndBelongsToOneSlot) {
     server_.run(
         {"xmodmap", "-e", "remove mod4 = Super_L Super_R", "-e", "add mod3 = Super_L Super_R"});
     EXPECT_TRUE(takes(keys::k, shift | XCB_MOD_MASK_3));
-    EXPECT_FALSE(client_.isGrabbed(keys::k, shift | XCB_MOD_MASK_4)) << "which nobody can press";
+    EXPECT_FALSE(client_.isGrabbed(keys::k, shift | XCB_MOD_MASK_4))
+        << "no key has this modifier now";
     client_.movePointer(640, 300);
     client_.tap(keys::k, {keys::shift, keys::super});
     EXPECT_TRUE(show(leftHasOne));
 }
 
-TEST_F(KeyPress, OfAKeyThatSomebodyElseOwnsIsOneLogLineAndTheOtherSlotWorks) {
+TEST_F(KeyPress, OfAKeyThatAnotherProgramOwnsIsOneLogLineAndTheOtherSlotWorks) {
     for (const std::uint8_t key : {keys::f14, keys::scrollLock})
         client_.grab(key);
     Tessary tessary(*this, program());
@@ -145,7 +146,7 @@ TEST_F(KeyPress, OnAModeThatWasDeletedUnnoticedSoundsTheAlertAndTheNextOneFindsA
     expectPress(keys::f15, 640, both("2560x1440+0+0 50.00 Hz", "1280x720+2560+0 60.00 Hz"));
 }
 
-TEST_F(KeyPress, WhileSomebodyElseMovesADisplayIsCarriedOutOnTheNewLayout) {
+TEST_F(KeyPress, WhileAnotherProgramMovesADisplayIsCarriedOutOnTheNewLayout) {
     Tessary tessary(*this, program());
     ASSERT_TRUE(tessary.waitForLine(noPanel));
     client_.movePointer(1300, 300);

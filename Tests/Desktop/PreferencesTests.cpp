@@ -1,5 +1,4 @@
-// The preferences window under a window manager, used by keyboard as somebody would who has no
-// mouse.
+// The preferences window under a window manager, used by keyboard alone.
 #include "Desktop/Desktop.h"
 
 namespace desktop {
@@ -21,18 +20,7 @@ protected:
     }
 
     /// The controls in the order in which the Tab key reaches them.
-    enum Control {
-        display,
-        modeOne,
-        shortcutOne,
-        modeTwo,
-        shortcutTwo,
-        login,
-        automatic,
-        checkNow,
-        restoreDefaults,
-        controls
-    };
+    enum Control { display, modeOne, shortcutOne, modeTwo, shortcutTwo, controls = 9 };
 
     void focus(Control control) {
         for (; focused_ != control; focused_ = (focused_ + 1) % controls)

@@ -58,7 +58,7 @@ Rects randomLayout(std::mt19937& random) {
     return rects;
 }
 
-TEST(Arrangement, NobodyOverlapsAndWhoeverTouchedSomebodyStillDoes) {
+TEST(Arrangement, NoDisplaysOverlapAndThoseThatTouchedAnotherStillDo) {
     std::mt19937 random(20261122);
     for (int round = 0; round < 20000; ++round) {
         const Rects before = randomLayout(random);

@@ -88,7 +88,7 @@ TEST(DisplaysOf, AConfigurationAreThoseThatShowTheDesktopOnceEach) {
         {"as it is", [](auto&, auto&, auto&) {}, "1 HDMI-1*; 2 HDMI-2; "},
         {"the primary one", [](auto& c, auto&, auto&) { c.primary = 2; }, "1 HDMI-1; 2 HDMI-2*; "},
         {"primary, but off", [](auto& c, auto&, auto&) { c.primary = 1; c.crtcs[0].mode = XCB_NONE; }, "2 HDMI-2*; "},
-        {"nobody at the origin", [](auto& c, auto&, auto&) { c.crtcs[0].frame.y = 1; }, "1 HDMI-1*; 2 HDMI-2; "},
+        {"no display at the origin", [](auto& c, auto&, auto&) { c.crtcs[0].frame.y = 1; }, "1 HDMI-1*; 2 HDMI-2; "},
         {"at the origin", [](auto& c, auto&, auto&) { c.crtcs[0].frame.y = 9; c.crtcs[1].frame.x = 0; }, "1 HDMI-1; 2 HDMI-2*; "},
         {"the right one first", [](auto& c, auto&, auto&) { std::swap(c.crtcs[0].frame, c.crtcs[1].frame); }, "1 HDMI-1; 2 HDMI-2*; "},
         {"types go before names", [](auto&, auto& one, auto& two) { one.connectorType = "Panel"; two.name = "eDP-1"; two.connectorType = "HDMI"; }, "1 - built in*; 2 eDP-1; "},

@@ -24,7 +24,7 @@ TEST(DisplayReports, AnnounceEachChangeWhileTheOldStateHoldsAndReportItWhenTheNe
     const DisplayRecords expectedAfter = after;
     std::vector<std::tuple<CGDirectDisplayID, ReportTime, DisplayRecords>> told;
     DisplayReports reports(before);
-    reports.deliver(before); // nobody listens
+    reports.deliver(before); // without a listener
     reports.setHandler([&](CGDirectDisplayID id, ReportTime time) {
         told.emplace_back(id, time, reports.answer(expectedAfter));
         after.clear(); // as by a handler that looks at the displays anew

@@ -157,7 +157,7 @@ private:
     }
 };
 
-TEST_F(FormWidgets, ANewerFormChangesTheValuesOfTheSameWidgetsAndCallsNobody) {
+TEST_F(FormWidgets, ANewerFormChangesTheValuesOfTheSameWidgetsAndCallsNothing) {
     show();
     const auto before = widget_->findChildren<QWidget*>();
     header = "Other";
@@ -223,10 +223,7 @@ TEST_F(FormWidgets, TheFormIsAsWideAsToldAndAsTallAsItNeeds) {
     show();
     const QSize before = widget_->size();
     EXPECT_EQ(before.width(), 400);
-    std::string words;
-    for (int i = 0; i < 40; ++i)
-        words += "word ";
-    notes = {words};
+    notes = {QByteArray("word ").repeated(40).toStdString()};
     render();
     QApplication::processEvents();
     auto& note = *widget_->findChildren<QLabel*>().last();

@@ -146,7 +146,7 @@ TEST_F(MonitorTest, SeesEachEventOnceAndLetsPassWhatItDoesNotSwallow) {
     EXPECT_EQ(window.reached, "press release click click click ");
 }
 
-TEST_F(MonitorTest, SwallowedKeysReachNobodyUntilTheyAreReleased) {
+TEST_F(MonitorTest, SwallowedKeysReachNoWindowUntilTheyAreReleased) {
     send(press, KEY_B);
     watch(NSEvent::Passage::swallow);
     send(release, KEY_B);

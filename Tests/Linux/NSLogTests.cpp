@@ -30,14 +30,14 @@ TEST(NSLog, OneLineStaysOneLineInBothLogsUnlessStandardErrorIsTheJournal) {
 }
 
 TEST(NSLog, OutlivesTheReaderOfItsStandardError) {
-    const auto logToNobody = [] {
+    const auto logWithoutReader = [] {
         int ends[2]{};
         const bool isReady = ::pipe(ends) == 0 && ::dup2(ends[1], STDERR_FILENO) >= 0;
         ::close(ends[0]);
-        NSLog("nobody reads this");
+        NSLog("a line without a reader");
         ::_exit(isReady ? 0 : 1);
     };
-    EXPECT_EXIT(logToNobody(), testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(logWithoutReader(), testing::ExitedWithCode(0), "");
 }
 
 } // namespace

@@ -199,7 +199,7 @@ TEST_F(Store, AFileThatIsPutBackCountsAtTheNextReading) {
 }
 
 TEST_F(Store, AFileOfAnEarlierVersionLosesItsLogAndNothingElse) {
-    const auto write = [this] { // and dies, as nobody else can leave the log
+    const auto write = [this] { // and is killed, since only that leaves the log
         fs::create_directories(folder_);
         SqlConnection connection;
         connection.open(file_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
@@ -237,7 +237,8 @@ TEST_F(Store, ADamagedFileIsSetAsideUnchangedAndWhatIsKnownGoesIntoAFreshOne) {
         EXPECT_TRUE(asides.insert(aside).second) << "the name was taken";
         EXPECT_EQ(get(*std::make_unique<Database>(folder_), "key0"), one);
         std::fstream file(file_, std::ios::in | std::ios::out | std::ios::binary);
-        file.seekp(round < 2 ? 4096 : 12288) << garbage; // at last the table that nobody reads here
+        file.seekp(round < 2 ? 4096 : 12288)
+            << garbage; // the last round: a table that this test never reads
     }
     Database again(folder_);
     lineOf("damaged-", [&] { EXPECT_EQ(get(again, "key0"), std::nullopt); });

@@ -32,10 +32,7 @@ TEST(Updates, KeepWhetherToCheckAutomaticallyWhichIsOffUntilSet) {
 }
 
 TEST(UpdateSchedule, WaitsForTheRestOfTheIntervalWhateverTheClockWas) {
-    struct Row {
-        std::optional<std::chrono::seconds> sinceLastCheck;
-        std::chrono::seconds wait;
-    };
+    using Row = std::pair<std::optional<std::chrono::seconds>, std::chrono::seconds>;
     const std::chrono::sys_seconds now{500'000h};
     for (const auto& [since, wait] :
          {Row{{}, 0s}, {0s, 24h}, {23h, 1h}, {24h, 0s}, {1000h, 0s}, {-1h, 24h}, {-100'000h, 24h}})

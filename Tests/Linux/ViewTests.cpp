@@ -36,15 +36,10 @@ struct ViewTest : testing::Test {
 };
 
 TEST_F(ViewTest, LinesCoverWholePixelsAtEveryScale) {
-    struct Row {
-        double scale;
-        double lineWidth;
-        int firstPixelAfter;
-    };
     view->text = "";
     // Of the wide line a quarter lies outside the view.
     for (const auto& [scale, lineWidth, end] :
-         {Row{1, 1, 1}, Row{1.5, 1, 1}, Row{2, 1, 2}, Row{1, 2, 2}, Row{1.5, 2, 3}, Row{2, 2, 3}}) {
+         {std::tuple(1.0, 1, 1), {1.5, 1, 1}, {2, 1, 2}, {1, 2, 2}, {1.5, 2, 3}, {2, 2, 3}}) {
         view->lineWidth = lineWidth;
         const QImage image = drawn(scale);
         const QPoint middle = image.rect().center();

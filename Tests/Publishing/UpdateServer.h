@@ -34,7 +34,7 @@ public:
 
     QString address(const QByteArray& path) const;
 
-    /// Whoever comes is refused from then on.
+    /// Connections are refused from then on.
     void stop() { server_->close(); }
 
     std::map<QByteArray, ServerAnswer> answers; ///< by path; to others it answers 404

@@ -16,7 +16,7 @@ namespace {
 using Accessible = std::pair<QString, QDBusObjectPath>;
 using Relation = std::pair<unsigned, QList<Accessible>>; ///< its kind, and to what
 
-/// What is on a bus. A question that nobody answers has an empty answer.
+/// What is on a bus. A question without an answer counts as one with an empty answer.
 struct Inquiry {
     const QDBusConnection& connection;
 

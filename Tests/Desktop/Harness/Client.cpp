@@ -152,7 +152,7 @@ bool Client::isKeyboardFree() const {
 }
 
 bool Client::isGrabbed(std::uint8_t key, std::uint16_t modifiers) const {
-    // Under a server grab, so that this is never in the way of somebody who takes the key now.
+    // Under a server grab, so that no other program fails to take the key at this moment.
     xcb_grab_server(connection());
     const auto grab = xcb_grab_key_checked(connection(), 0, root_, modifiers, key,
                                            XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);

@@ -79,7 +79,7 @@ public:
     /// Locks these modifiers and no others.
     void lock(std::uint8_t modifiers) const;
 
-    /// Whether nobody holds the whole keyboard.
+    /// Whether no program holds the whole keyboard.
     bool isKeyboardFree() const;
 
     /// Whether another program has taken this key with these modifiers.

@@ -34,7 +34,7 @@ Words Home::commandOn(const std::string& display, const Words& command,
     Words words{"env", "-i", "DISPLAY=" + display, "HOME=" + path().string(),
                 "XDG_CONFIG_HOME=" + (path() / "config").string(),
                 "XDG_RUNTIME_DIR=" + path().string(),
-                // Without an address D-Bus would start a bus of its own, which nobody ends.
+                // Without an address D-Bus would start a bus of its own, which would not be ended.
                 "DBUS_SESSION_BUS_ADDRESS=unix:path=" + (path() / "bus").string()};
     for (const char* name : {"PATH", "ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS"})
         if (const char* value = std::getenv(name))
@@ -70,7 +70,7 @@ Words Home::query(const std::string& sql) const {
 }
 
 // The server itself, since the command Xorg may be a wrapper that asks for the console. A held key
-// repeats soon, so that nobody has to hold it for long.
+// repeats soon, so that a test need not hold it for long.
 XServer::XServer(const Home& home)
     : process_({"/usr/lib/xorg/Xorg", "-displayfd", "1", "-verbose", "-1", "-config",
                 XORG_CONFIGURATION, "-logfile", home.path() / "xorg.log", "-noreset", "-novtswitch",

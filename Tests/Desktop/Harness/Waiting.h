@@ -9,7 +9,7 @@ namespace desktop {
 inline constexpr std::chrono::seconds patience{30};
 
 /// Handles what comes over the bus and from processes of our own, and asks `holds` at once, after
-/// each of that, and some fifty times a second for what nobody tells. False when it never held
+/// each of that, and some fifty times a second for what is not reported. False when it never held
 /// within `patience`.
 bool waitUntil(const std::function<bool()>& holds);
 

@@ -55,7 +55,7 @@ TEST_F(UpdateTest, ASkippedVersionIsOfferedNoMoreUnlessTheUserAsks) {
     ASSERT_TRUE(check(false, "Tessary 1.10 is available"));
     EXPECT_TRUE(dialog()->testAttribute(Qt::WA_ShowWithoutActivating));
     type(Qt::Key_Return);
-    EXPECT_TRUE(isQuiet()) << "as nobody has meant this window";
+    EXPECT_TRUE(isQuiet()) << "a key that was meant for another window only closes it";
     EXPECT_EQ(skipped, QStringList());
     ASSERT_TRUE(check(false, "Tessary 1.10 is available"));
     ASSERT_TRUE(press("Skip This Version"));
