@@ -60,6 +60,7 @@ TEST(PermanentModes, ArePutBackWhereNobodyHasChosenSince) {
         {"on another connector", {{.mode = 1, .connector = "DP-1"}}, 0, 2},
         {"another display, which has another kept one", {{2, 0, 7}}, 3, 2},
         {"the first one again", {{3, 0, 7}, {3}}, 2, 2},
+        {"the first one again, in a mode chosen meanwhile", {{3, 0, 7}, {3, 1}}, 0, 2},
         {"another display in a mode of its own", {{1}, {2, 0, 7}}, 0, 0}};
     for (const Row& row : rows) {
         SCOPED_TRACE(row.what);
@@ -77,6 +78,45 @@ TEST(PermanentModes, ArePutBackWhereNobodyHasChosenSince) {
         }
         EXPECT_EQ(due, row.now);
         EXPECT_EQ(modeOf(modes.due({}, {Shown{1}.record()})), row.nextSession);
+    }
+}
+
+TEST(PermanentModes, ArePutBackOverTheModeThatTheDesktopItselfSetsAtLogIn) {
+    enum class By { start, us, others };
+    struct Row {
+        const char* what;
+        std::vector<std::pair<By, int>> modes;
+        int atLogIn;
+        std::uint32_t due;
+    };
+    const std::vector<Row> rows{
+        {"the one of before our choice", {{By::start, 3}, {By::us, 2}}, 3, 2},
+        {"another one", {{By::start, 3}, {By::us, 2}}, 4, 0},
+        {"one that was chosen last", {{By::start, 4}, {By::others, 3}, {By::us, 2}}, 3, 2},
+        {"one that was not", {{By::start, 4}, {By::others, 3}, {By::us, 2}}, 4, 0},
+        {"started anew", {{By::start, 3}, {By::us, 2}, {By::start, 2}, {By::us, 4}}, 3, 4},
+        {"chosen again since", {{By::start, 3}, {By::us, 2}, {By::others, 3}}, 3, 0}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.what);
+        Database database(testing::TempDir() + "nothing-is-saved");
+        std::optional<PermanentModes> modes;
+        DisplayRecords told;
+        const auto shown = [](int mode) {
+            return Shown{.mode = mode, .offered = {1, 2, 3, 4}}.record();
+        };
+        for (const auto& [by, mode] : row.modes) {
+            const DisplayRecords now{shown(mode)};
+            if (by == By::start) {
+                told = {};
+                modes.emplace(database);
+            }
+            if (by == By::us)
+                modes->remember(now.front());
+            else
+                modes->follow(told, now);
+            told = now;
+        }
+        EXPECT_EQ(modeOf(PermanentModes(database).due({}, {shown(row.atLogIn)})), row.due);
     }
 }
 

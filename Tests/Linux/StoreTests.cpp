@@ -216,7 +216,7 @@ TEST_F(Store, AFileOfAnEarlierVersionLosesItsLogAndNothingElse) {
     Database database(folder_);
     EXPECT_EQ(get(database, "key"), one);
     const auto mode = database.row(Table::permanentModes, {1, 2, 3, "DP-1"});
-    EXPECT_EQ(mode, (Row{16, 9, 59940, 4, 1000, 0})) << "not scaled, not suspended";
+    EXPECT_EQ(mode, (Row{16, 9, 59940, 4, 1000, 0, 0, 0, 0, 0, 0})) << "not scaled, not suspended";
     expectOneFile();
     EXPECT_TRUE(set(database, "new", 1));
     EXPECT_EQ(get(database, "key"), one);

@@ -39,18 +39,38 @@ bool isSameChoice(const std::optional<ModeRecord>& left, const std::optional<Mod
     return modeOf(*left) == modeOf(*right);
 }
 
-/// A row's values: the mode, and whether it is suspended.
-Row rowOf(Row mode, bool isSuspended) {
-    mode.emplace_back(std::int64_t{isSuspended});
-    return mode;
-}
+/// A row's values.
+struct Kept {
+    Row mode;
+    bool isSuspended = false;
+    Row desktopsMode; ///< the desktop's own choice when ours was made; of zeros: not known
+
+    static Kept of(const Row& row) {
+        const auto suspended = row.begin() + columnsOfMode;
+        return {Row(row.begin(), suspended), *suspended != SqlValue(std::int64_t{0}),
+                Row(suspended + 1, row.end())};
+    }
+
+    Row row() const {
+        Row row = mode;
+        row.emplace_back(std::int64_t{isSuspended});
+        row.insert(row.end(), desktopsMode.begin(), desktopsMode.end());
+        return row;
+    }
+
+    static constexpr Row::difference_type columnsOfMode = 5;
+};
 
 } // namespace
 
 void PermanentModes::remember(const DisplayRecord& display) {
-    if (display.current)
-        database_.put(Table::permanentModes, keyOf(display),
-                      rowOf(modeOf(*display.current), false));
+    if (!display.current)
+        return;
+    const auto desktops = desktopsModes_.find(display.id);
+    const Row mode =
+        desktops != desktopsModes_.end() ? desktops->second : modeOf({}); // of zeros but its scale
+    database_.put(Table::permanentModes, keyOf(display),
+                  Kept{modeOf(*display.current), false, mode}.row());
 }
 
 void PermanentModes::follow(const DisplayRecords& before, const DisplayRecords& after) {
@@ -59,13 +79,15 @@ void PermanentModes::follow(const DisplayRecords& before, const DisplayRecords& 
         const bool wasThere = old != nullptr && isSameDisplay(*old, display);
         if (!display.current || (wasThere && isSameChoice(old->current, display.current)))
             continue;
-        auto kept = database_.row(Table::permanentModes, keyOf(display));
-        if (!kept)
-            continue;
-        kept->pop_back();
-        const bool isKept = *kept == modeOf(*display.current);
-        if (isKept || wasThere)
-            database_.put(Table::permanentModes, keyOf(display), rowOf(*kept, !isKept));
+        const Row mode = modeOf(*display.current);
+        const auto row = database_.row(Table::permanentModes, keyOf(display));
+        auto kept = row ? std::optional(Kept::of(*row)) : std::nullopt;
+        const bool isKept = kept && kept->mode == mode;
+        desktopsModes_[display.id] = isKept ? kept->desktopsMode : mode;
+        if (kept && (isKept || wasThere)) {
+            kept->isSuspended = !isKept;
+            database_.put(Table::permanentModes, keyOf(display), kept->row());
+        }
     }
 }
 
@@ -86,12 +108,13 @@ std::optional<ModeChange> PermanentModes::due(const DisplayRecord& display,
     const bool isPreferred = preferred != nullptr && display.current->id == preferred->id;
     const bool isInherited = before != nullptr && before->absences == display.absences &&
                              isSameChoice(before->current, display.current);
-    const auto kept = database_.row(Table::permanentModes, keyOf(display));
-    if (!kept || (!isPreferred && !isInherited))
+    const auto row = database_.row(Table::permanentModes, keyOf(display));
+    const auto kept = row ? std::optional(Kept::of(*row)) : std::nullopt;
+    if (!kept || kept->isSuspended)
         return std::nullopt;
-    const auto mode = std::ranges::find_if(display.modes, [&](const ModeRecord& candidate) {
-        return rowOf(modeOf(candidate), false) == *kept;
-    });
+    if (!isPreferred && !isInherited && kept->desktopsMode != modeOf(*display.current))
+        return std::nullopt;
+    const auto mode = std::ranges::find(display.modes, kept->mode, modeOf);
     if (mode == display.modes.end() || mode->id == display.current->id)
         return std::nullopt;
     return ModeChange{display.id, mode->id};

@@ -39,7 +39,12 @@ const std::array<Description, 3>& descriptions() {
           {"millihertz", "INTEGER"},
           {"flags", "INTEGER"},
           {"milliscale", "INTEGER", "1000"},
-          {"suspended", "INTEGER", "0"}}},
+          {"suspended", "INTEGER", "0"},
+          {"desktops_width", "INTEGER", "0"},
+          {"desktops_height", "INTEGER", "0"},
+          {"desktops_millihertz", "INTEGER", "0"},
+          {"desktops_flags", "INTEGER", "0"},
+          {"desktops_milliscale", "INTEGER", "0"}}},
         {Table::updateSettings, "update_settings", {{"key", "TEXT"}}, {{"value", ""}}},
     }};
     return all;

@@ -14,7 +14,9 @@ namespace tessary {
 ///
 ///     defaults(key | value)
 ///     permanent_modes(vendor, model, serial, connector |
-///                     width, height, millihertz, flags, milliscale, suspended)
+///                     width, height, millihertz, flags, milliscale, suspended,
+///                     desktops_width, desktops_height, desktops_millihertz,
+///                     desktops_flags, desktops_milliscale)
 ///     update_settings(key | value)
 enum class Table : std::size_t { defaults, permanentModes, updateSettings };
 
