@@ -26,7 +26,7 @@ std::unique_ptr<Session> GnomeSession::open(std::unique_ptr<WaylandConnection>& 
 }
 
 GnomeSession::GnomeSession(std::unique_ptr<WaylandConnection> connection)
-    : WaylandSession(std::move(connection)) {}
+    : WaylandSession(std::move(connection)), displays_(MutterDriver::open()) {}
 
 std::optional<PixelPoint> GnomeSession::pointer() {
     auto* driver = displays();

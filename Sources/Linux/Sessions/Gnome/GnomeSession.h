@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Linux/Sessions/Gnome/DisplayConfig/MutterDriver.h"
 #include "Linux/Sessions/Gnome/WorkAreaPointer.h"
 #include "Linux/Sessions/Wayland/WaylandSession.h"
 
@@ -13,11 +14,13 @@ public:
     static std::unique_ptr<Session> open(std::unique_ptr<WaylandConnection>& connection);
 
     std::optional<PixelPoint> pointer() override;
+    DisplayDriver* displays() override { return displays_.get(); }
 
 private:
     explicit GnomeSession(std::unique_ptr<WaylandConnection> connection);
 
     WorkAreaPointer pointer_{connection()};
+    std::unique_ptr<MutterDriver> displays_;
 };
 
 } // namespace tessary

@@ -1,7 +1,9 @@
 #include "Linux/Sessions/X11/X11Session.h"
 
+#include "Linux/Sessions/Gnome/DisplayConfig/MutterDriver.h"
 #include "Linux/Sessions/X11/Connection/Atoms.h"
 #include "Linux/Sessions/X11/Connection/Replies.h"
+#include "Linux/Sessions/X11/RandR/RandRDriver.h"
 #include "Platform/Foundation.h"
 
 #include <QAbstractEventDispatcher>
@@ -96,10 +98,19 @@ X11Session::X11Session(std::unique_ptr<XConnection> connection)
         NSLog("tessary: this is a Wayland session, whose displays and keys an X program cannot "
               "reach");
         return;
-    } else if (!(displays_ = RandRDriver::make(*connection_, pointer_))) {
+    } else if (!(displays_ = makeDriver())) {
         NSLog("tessary: the X server does not tell its displays");
     }
     keys_ = std::make_unique<KeyGrabs>(*connection_, pointer_);
+}
+
+// Mutter owns the layout also on an X server: what others set there it soon replaces by its own.
+std::unique_ptr<DisplayDriver> X11Session::makeDriver() {
+    auto mutter = MutterDriver::open(
+        [this] { pointer_.setLayoutChange(xcb_no_operation(connection_->get()).sequence); });
+    if (mutter)
+        return mutter;
+    return RandRDriver::make(*connection_, pointer_);
 }
 
 // The bell: every desktop turns it into its own alert.

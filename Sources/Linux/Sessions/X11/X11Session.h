@@ -1,10 +1,10 @@
 #pragma once
 
+#include "Linux/Displays/DisplayDriver.h"
 #include "Linux/Session.h"
 #include "Linux/Sessions/X11/Connection/Pointer.h"
 #include "Linux/Sessions/X11/Connection/XConnection.h"
 #include "Linux/Sessions/X11/KeyGrabs.h"
-#include "Linux/Sessions/X11/RandR/RandRDriver.h"
 #include "Linux/Sessions/X11/TraySelection.h"
 
 namespace tessary {
@@ -36,9 +36,11 @@ public:
 private:
     explicit X11Session(std::unique_ptr<XConnection> connection);
 
+    std::unique_ptr<DisplayDriver> makeDriver();
+
     std::unique_ptr<XConnection> connection_;
     Pointer pointer_;
-    std::unique_ptr<RandRDriver> displays_;
+    std::unique_ptr<DisplayDriver> displays_;
     std::unique_ptr<KeyGrabs> keys_;
     std::unique_ptr<TraySelection> tray_; ///< from when it is first looked for
 };
