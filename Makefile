@@ -4,7 +4,8 @@
 help:
 	@echo "make build   build Tessary: build/release/tessary"
 	@echo "make run     build it and start it; without a desktop, show it on a virtual one"
-	@echo "             (make run ARGS=--stay leaves the virtual one running until Ctrl-C)"
+	@echo "             (make run ARGS=--stay leaves the virtual one running until Ctrl-C,"
+	@echo "             make run ARGS=--gnome shows it in a virtual GNOME session)"
 	@echo "make test    build and run all tests, with the address and undefined-behaviour sanitizers"
 	@echo "make check   formatting, static analysis, headers, includes, package"
 	@echo "make bench   build and run the benchmarks"

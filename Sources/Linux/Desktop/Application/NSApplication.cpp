@@ -41,7 +41,7 @@ void prepareProcessOrExit() {
 }
 
 [[noreturn]] void exitWithoutServer() {
-    NSLog("tessary: no X server answers; is DISPLAY set?");
+    NSLog("tessary: no display server answers; are WAYLAND_DISPLAY or DISPLAY set?");
     std::exit(failure);
 }
 
