@@ -1,5 +1,6 @@
-// bare_mutter_switcher: has prepared two layouts of the nested Mutter with two monitors, and sends the
-// first one at ActivateAction "slot-one" and the second one at any other: as little as a program can do.
+// bare_mutter_switcher: has prepared two layouts of the nested Mutter with two monitors, and sends
+// the first one at ActivateAction "slot-one" and the second one at any other: as little as a
+// program can do.
 #include <array>
 #include <cstdint>
 #include <cstdio>
@@ -31,9 +32,9 @@ void check(int result, const char* what) {
 
 std::uint32_t currentSerial() {
     sd_bus_message* reply = nullptr;
-    check(sd_bus_call_method(bus, mutter, mutterPath, mutter, "GetCurrentState", nullptr, &reply,
-                             ""),
-          "GetCurrentState");
+    check(
+        sd_bus_call_method(bus, mutter, mutterPath, mutter, "GetCurrentState", nullptr, &reply, ""),
+        "GetCurrentState");
     std::uint32_t serial = 0;
     check(sd_bus_message_read(reply, "u", &serial), "serial");
     sd_bus_message_unref(reply);
