@@ -41,6 +41,14 @@ public:
     /// Null where keys cannot be taken.
     virtual HotKeySource* hotKeys() { return nullptr; }
 
+    /// Does what an action says that the session itself has given out, such as the press of a key
+    /// for which the desktop starts the program. False for all others.
+    virtual bool perform(const std::string& /*action*/) { return false; }
+
+    /// Takes back what the desktop was told for the life of the program, and waits until that is
+    /// done. Behind it nothing of the session is used.
+    virtual void finish() {}
+
     /// Where the pointer is, in the coordinates of the displays' frames. Nothing when it is on none
     /// of them or the server does not answer.
     virtual std::optional<PixelPoint> pointer() { return std::nullopt; }

@@ -1,17 +1,11 @@
 #pragma once
 
+#include "Linux/HotKeys/KeyCombination.h"
+
 #include <cstdint>
 #include <functional>
 
 namespace tessary {
-
-/// A physical key with modifiers.
-struct KeyCombination {
-    std::uint8_t hardwareKey = 0;      ///< the kernel's code
-    std::uint32_t carbonModifiers = 0; ///< bits of the hot-key service
-
-    friend bool operator==(const KeyCombination&, const KeyCombination&) = default;
-};
 
 /// What a family of sessions does for hot keys. All else is the same for each and stands above, in
 /// `HotKeys`.

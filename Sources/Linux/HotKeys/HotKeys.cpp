@@ -1,7 +1,6 @@
 #include "Linux/HotKeys/HotKeys.h"
 
 #include "Linux/HotKeys/KeyCodes.h"
-#include "Platform/Carbon.h"
 #include "Platform/Foundation.h"
 
 #include <algorithm>
@@ -13,14 +12,8 @@ namespace tessary {
 namespace {
 
 std::string nameOf(const KeyCombination& combination) {
-    std::string name;
-    for (const auto& [modifier, word] : {std::pair(controlKey, "Control+"),
-                                         {optionKey, "Alt+"},
-                                         {shiftKey, "Shift+"},
-                                         {cmdKey, "Super+"}})
-        if ((combination.carbonModifiers & modifier) != 0)
-            name += word;
-    return name.append(hardwareKeyName(combination.hardwareKey));
+    return modifierNames(combination.carbonModifiers)
+        .append(hardwareKeyName(combination.hardwareKey));
 }
 
 } // namespace

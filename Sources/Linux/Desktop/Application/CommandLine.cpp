@@ -1,6 +1,7 @@
 #include "Linux/Desktop/Application/CommandLine.h"
 
 #include "Linux/Files/RunningProgram.h"
+#include "Linux/HotKeys/KeyCombination.h"
 #include "Platform/AppKit/NSApplication.h"
 
 #include <algorithm>
@@ -31,8 +32,10 @@ std::string help(const Actions& actions) {
                   "  --help          print this\n";
 }
 
+/// What the user may ask for, or what a desktop tells by starting the program.
 bool isAction(const std::string& name, const Actions& actions) {
-    return std::ranges::find(actions, name, &NSApplicationAction::name) != actions.end();
+    return std::ranges::find(actions, name, &NSApplicationAction::name) != actions.end() ||
+           combinationOf(name);
 }
 
 /// Without the program's name.

@@ -88,6 +88,8 @@ std::vector<NSApplicationAction> actionsOf(const std::shared_ptr<NSApplicationDe
 }
 
 void perform(NSApplicationDelegate& delegate, const std::string& action) {
+    if (Session::current().perform(action))
+        return;
     const auto actions = delegate.applicationActions();
     const auto found = std::ranges::find(actions, action, &NSApplicationAction::name);
     if (found != actions.end())
@@ -151,6 +153,7 @@ void NSApplication::run() {
     const int status = loop.run([&signals] { return std::make_shared<Sources>(signals); });
     if (const auto delegate = delegate_.lock())
         delegate->applicationWillTerminate();
+    Session::current().finish();
     tessary::Database::shared().flush();
     tessary::exitIfUpdateLibraryIsLoaded(status);
     if (status != 0)

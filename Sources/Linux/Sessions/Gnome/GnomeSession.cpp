@@ -26,7 +26,18 @@ std::unique_ptr<Session> GnomeSession::open(std::unique_ptr<WaylandConnection>& 
 }
 
 GnomeSession::GnomeSession(std::unique_ptr<WaylandConnection> connection)
-    : WaylandSession(std::move(connection)), displays_(MutterDriver::open()) {}
+    : WaylandSession(std::move(connection)),
+      displays_(MutterDriver::open()),
+      hotKeys_(CustomKeybindings::open(WaylandSession::connection())) {}
+
+bool GnomeSession::perform(const std::string& action) {
+    return hotKeys_ != nullptr && hotKeys_->perform(action);
+}
+
+void GnomeSession::finish() {
+    if (hotKeys_)
+        hotKeys_->finish();
+}
 
 std::optional<PixelPoint> GnomeSession::pointer() {
     auto* driver = displays();

@@ -1,8 +1,12 @@
 #pragma once
 
 #include "Linux/Sessions/Gnome/DisplayConfig/MutterDriver.h"
+#include "Linux/Sessions/Gnome/Keybindings/CustomKeybindings.h"
 #include "Linux/Sessions/Gnome/WorkAreaPointer.h"
 #include "Linux/Sessions/Wayland/WaylandSession.h"
+
+#include <memory>
+#include <string>
 
 namespace tessary {
 
@@ -15,12 +19,16 @@ public:
 
     std::optional<PixelPoint> pointer() override;
     DisplayDriver* displays() override { return displays_.get(); }
+    HotKeySource* hotKeys() override { return hotKeys_.get(); }
+    bool perform(const std::string& action) override;
+    void finish() override;
 
 private:
     explicit GnomeSession(std::unique_ptr<WaylandConnection> connection);
 
     WorkAreaPointer pointer_{connection()};
     std::unique_ptr<MutterDriver> displays_;
+    std::unique_ptr<CustomKeybindings> hotKeys_; ///< null where there are none
 };
 
 } // namespace tessary
