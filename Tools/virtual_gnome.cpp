@@ -84,8 +84,8 @@ int demonstrate(const std::string& path) {
     for (const Step& step :
          {Step{"--action slot-one", "LVDS1", "3840x2160@60.000 x2", byAction("slot-one")},
           Step{"--action slot-two", "LVDS1", "3840x2160@60.000 x1.5", byAction("slot-two")},
-          Step{"1920 x 1080 in the menu", "LVDS2", "1920x1080@60.000 x1",
-               byMenu("1920 × 1080", "LVDS2")}})
+          Step{"1920 × 1080 in the menu", "LVDS2", "1920x1080@60.000 x1",
+               byMenu("1920 × 1080  (low resolution)", "Built-in display (2)")}})
         isDone = switches(bus, step) && isDone;
     std::cout << "\nThe menu of the icon:\n" << panel.openedMenu();
     program.signal(SIGTERM);

@@ -1,11 +1,14 @@
 #include "Desktop/Harness/Mutter.h"
 
+#include "Desktop/Harness/Waiting.h"
+
 #include <QDBusArgument>
 #include <QDBusConnection>
 
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <optional>
 #include <sstream>
 #include <stdexcept>
 #include <vector>
@@ -123,40 +126,64 @@ std::vector<Item> arrayIn(const QVariant& value) {
     return items;
 }
 
+class BusClient {
+public:
+    explicit BusClient(const Bus& bus)
+        : connection_(QDBusConnection::connectToBus(QString::fromStdString(bus.address()), name)) {}
+    ~BusClient() { QDBusConnection::disconnectFromBus(name); }
+    BusClient(const BusClient&) = delete;
+    BusClient& operator=(const BusClient&) = delete;
+
+    /// Nothing while Mutter is not there.
+    std::optional<QVariantList> stateOfMonitors() const {
+        const QString interface = QStringLiteral("org.gnome.Mutter.DisplayConfig");
+        const auto reply =
+            call(connection_, interface, QStringLiteral("/org/gnome/Mutter/DisplayConfig"),
+                 "org.gnome.Mutter.DisplayConfig", "GetCurrentState");
+        if (reply.type() != QDBusMessage::ReplyMessage)
+            return std::nullopt;
+        return reply.arguments();
+    }
+
+private:
+    inline static const QString name = QStringLiteral("monitors");
+    QDBusConnection connection_;
+};
+
 } // namespace
 
 Mutter::Mutter(const Home& home, const Bus& bus, const Words& monitors)
     : process_(headlessCommand(home, bus, displayName, monitors)) {
-    waitUntilStarted();
+    waitUntilStarted(bus);
 }
 
 Mutter::Mutter(const NestedMonitors& monitors, const Home& home, const Bus& bus)
     : server_(virtualScreen()),
       process_(nestedCommand(home, bus, displayName, monitors, *server_)) {
-    waitUntilStarted();
+    waitUntilStarted(bus);
+    // Away from where the left monitor may end.
+    ChildProcess(
+        {"env", "DISPLAY=:" + *server_->waitForLine("[0-9]+"), "xdotool", "mousemove", "10", "10"})
+        .wait();
 }
 
-void Mutter::waitUntilStarted() {
-    // It takes its names on the bus first.
-    if (!process_.waitForLine(".*Using Wayland display name.*"))
+void Mutter::waitUntilStarted(const Bus& bus) {
+    const BusClient client(bus);
+    const bool hasStarted = process_.waitForLine(".*Using Wayland display name.*") &&
+                            waitUntil([&] { return client.stateOfMonitors().has_value(); });
+    if (!hasStarted)
         throw std::runtime_error("no Mutter has started");
 }
 
 Layout monitorsOnBus(const Bus& bus) {
-    const QString name = QStringLiteral("monitors");
-    const auto reply =
-        call(QDBusConnection::connectToBus(QString::fromStdString(bus.address()), name),
-             QStringLiteral("org.gnome.Mutter.DisplayConfig"),
-             QStringLiteral("/org/gnome/Mutter/DisplayConfig"), "org.gnome.Mutter.DisplayConfig",
-             "GetCurrentState");
-    QDBusConnection::disconnectFromBus(name);
-    if (reply.type() != QDBusMessage::ReplyMessage)
+    const auto state = BusClient(bus).stateOfMonitors();
+    if (!state)
         throw std::runtime_error("Mutter does not tell its monitors");
     std::map<Connector, QString> modes;
-    for (const Monitor& monitor : arrayIn<Monitor>(reply.arguments().at(1)))
+    for (const Monitor& monitor : arrayIn<Monitor>(state->at(1)))
         modes[monitor.connector] = monitor.mode;
     Layout layout;
-    for (const auto& logical : arrayIn<LogicalMonitor>(reply.arguments().at(2)))
+    for (const auto& logical : arrayIn<LogicalMonitor>(state->at(2)))
         for (const Connector& connector : logical.connectors) {
             std::ostringstream text;
             text << modes[connector].toStdString() << " x" << logical.scale << " +" << logical.x

@@ -39,7 +39,7 @@ public:
 private:
     static constexpr const char* displayName = "wayland-mutter"; // in the home's own folder
 
-    void waitUntilStarted();
+    void waitUntilStarted(const Bus& bus);
 
     std::unique_ptr<ChildProcess> server_; ///< null where it has no window
     ChildProcess process_;
