@@ -243,17 +243,20 @@ TEST_F(FormWidgets, RowsHaveCommonColumnsThatGrowWithTheFont) {
         QFont font = QApplication::font();
         font.setPixelSize(pixels);
         QApplication::setFont(font);
-        for (int i = 0; i < 3; ++i) // the news, the form that is rendered because of it, its layout
-            QApplication::processEvents();
         const auto frame = [this](QWidget& part) {
             return QRect(part.mapTo(&*widget_, QPoint()), part.size());
         };
-        const QRect whole = frame(find<QComboBox>(0));
-        const QRect box = frame(find<QComboBox>(1));
-        const QRect field = frame(*existingWidget(*view));
         const auto scaled = [&](double points) {
             return qRound(points * std::max(pixels, 13) / 13);
         };
+        // The news, the form that is rendered because of it, its layout.
+        EXPECT_TRUE(QTest::qWaitFor([&] {
+            return frame(*existingWidget(*view)).height() == scaled(24) &&
+                   frame(find<QComboBox>(0)).right() == frame(find<QPushButton>()).right();
+        }));
+        const QRect whole = frame(find<QComboBox>(0));
+        const QRect box = frame(find<QComboBox>(1));
+        const QRect field = frame(*existingWidget(*view));
         EXPECT_EQ(field.size(), QSize(scaled(130), scaled(24)));
         EXPECT_EQ(QPoint(whole.left(), box.height()), QPoint(box.left(), whole.height()));
         EXPECT_EQ(QPoint(whole.right(), field.height()), QPoint(field.right(), box.height()));
