@@ -21,8 +21,8 @@ function(add_module name folder)
       endif()
     endforeach()
   endforeach()
-  # The tests' build and the analysis read the sources of a folder as one file, and the headers that they
-  # share once. The release compiles each source by itself.
+  # With CMAKE_UNITY_BUILD the sources of a folder are read as one file, and the headers that they share
+  # once.
   foreach(source IN LISTS sources)
     cmake_path(GET source PARENT_PATH folder_of_source)
     cmake_path(RELATIVE_PATH folder_of_source BASE_DIRECTORY ${PROJECT_SOURCE_DIR})
