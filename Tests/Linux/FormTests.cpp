@@ -251,8 +251,11 @@ TEST_F(FormWidgets, RowsHaveCommonColumnsThatGrowWithTheFont) {
         };
         // The news, the form that is rendered because of it, its layout.
         EXPECT_TRUE(QTest::qWaitFor([&] {
+            const int right = frame(find<QComboBox>(0)).right();
             return frame(*existingWidget(*view)).height() == scaled(24) &&
-                   frame(find<QComboBox>(0)).right() == frame(find<QPushButton>()).right();
+                   right == frame(*existingWidget(*view)).right() &&
+                   right == frame(find<QPushButton>()).right() &&
+                   right == widget_->width() - 1 - scaled(16) - scaled(12);
         }));
         const QRect whole = frame(find<QComboBox>(0));
         const QRect box = frame(find<QComboBox>(1));
