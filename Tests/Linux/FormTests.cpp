@@ -252,10 +252,11 @@ TEST_F(FormWidgets, RowsHaveCommonColumnsThatGrowWithTheFont) {
         // The news, the form that is rendered because of it, its layout.
         EXPECT_TRUE(QTest::qWaitFor([&] {
             const int right = frame(find<QComboBox>(0)).right();
-            return frame(*existingWidget(*view)).height() == scaled(24) &&
-                   right == frame(*existingWidget(*view)).right() &&
+            const QRect last = frame(*existingWidget(*view));
+            return last.height() == scaled(24) && right == last.right() &&
                    right == frame(find<QPushButton>()).right() &&
-                   right == widget_->width() - 1 - scaled(16) - scaled(12);
+                   right == widget_->width() - 1 - scaled(16) - scaled(12) &&
+                   last.left() - frame(find<QComboBox>(1)).right() - 1 == scaled(8);
         }));
         const QRect whole = frame(find<QComboBox>(0));
         const QRect box = frame(find<QComboBox>(1));
