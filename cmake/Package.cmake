@@ -82,7 +82,7 @@ set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_DEBIAN_PACKAGE_SECTION x11)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "xdg-utils, file, shared-mime-info, ca-certificates")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-wayland, libcanberra0, xdg-utils, file, shared-mime-info, ca-certificates")
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
 "Each display of the desktop (X11, GNOME on Wayland) has two presets. One key switches the display
 under the pointer to its first preset, another key to its second, and the

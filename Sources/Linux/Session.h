@@ -35,6 +35,9 @@ public:
     /// The toolkit's platform plug-ins for this session, the first choice first, with ";" between.
     virtual std::string toolkitPlatforms() const { return "wayland"; }
 
+    /// Whether the toolkit finds what it needs for windows. A log line tells what is missing.
+    virtual bool canOpenWindows() { return true; }
+
     /// Null where the displays cannot be reached.
     virtual DisplayDriver* displays() { return nullptr; }
 

@@ -48,6 +48,11 @@ fs::path cacheFolder() {
     return userFolder("XDG_CACHE_HOME", ".cache");
 }
 
+fs::path runtimeFolder() {
+    const char* folder = std::getenv("XDG_RUNTIME_DIR");
+    return isAbsolute(folder) ? folder : "";
+}
+
 std::vector<fs::path> dataFolders() {
     std::vector<fs::path> folders{userFolder("XDG_DATA_HOME", ".local/share")};
     const char* variable = std::getenv("XDG_DATA_DIRS");

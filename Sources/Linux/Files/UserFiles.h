@@ -13,6 +13,10 @@ namespace tessary {
 std::filesystem::path configurationFolder();
 std::filesystem::path cacheFolder();
 
+/// The folder of what lasts as long as the user is logged in, $XDG_RUNTIME_DIR. Empty when there is
+/// none.
+std::filesystem::path runtimeFolder();
+
 /// The folders of data files, the user's own first. Absolute; they need not exist.
 std::vector<std::filesystem::path> dataFolders();
 

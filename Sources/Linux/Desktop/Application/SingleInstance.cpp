@@ -20,7 +20,14 @@ const QString interface = QStringLiteral("org.freedesktop.Application");
 const QString otherDisplayError = QStringLiteral("org.tessary.Tessary.Error.OtherDisplay");
 const QString justActivate = QStringLiteral("Activate");
 const QString activateAction = QStringLiteral("ActivateAction");
-const QString displayEntry = QStringLiteral("display"); // of an activation's platform data
+
+// Of an activation's platform data
+const QString displayEntry = QStringLiteral("display");
+const QString tokenEntry = QStringLiteral("activation-token");
+
+/// By which a launcher passes the user's wish for a window on (xdg-activation, wayland-protocols).
+/// The toolkit reads it for the next window that comes to the front, and removes it.
+constexpr const char* tokenVariable = "XDG_ACTIVATION_TOKEN";
 
 constexpr int answerLimit = 5000; // milliseconds; an instance that has stopped never answers
 
@@ -49,7 +56,10 @@ SingleInstance::Claim activate(const QDBusConnection& bus, const QString& name,
                                                      action ? activateAction : justActivate);
     if (action)
         activation << QString::fromStdString(*action) << QVariantList();
-    activation << QVariantMap{{displayEntry, serverAddress()}};
+    QVariantMap platformData{{displayEntry, serverAddress()}};
+    if (qEnvironmentVariableIsSet(tokenVariable))
+        platformData.insert(tokenEntry, qEnvironmentVariable(tokenVariable));
+    activation << platformData;
     const QDBusMessage reply = bus.call(activation, QDBus::Block, answerLimit);
     if (reply.type() != QDBusMessage::ErrorMessage)
         return SingleInstance::Claim::activated;
@@ -121,6 +131,8 @@ QDBusMessage SingleInstance::answerToActivation(const QDBusMessage& message) {
     if (serverName(display) != serverName(serverAddress()))
         return message.createErrorReply(otherDisplayError,
                                         QStringLiteral("runs on ") + serverAddress());
+    if (const auto token = platformData.value(tokenEntry).toString(); !token.isEmpty())
+        qputenv(tokenVariable, token.toUtf8());
     if (message.member() == activateAction)
         perform(message.arguments().constFirst().toString());
     else

@@ -149,6 +149,8 @@ void EventLoop::needWindows(std::function<void()> then) {
         NSLog("tessary: no window can be opened: too many files are open");
         return;
     }
+    if (!Session::current().canOpenWindows())
+        return;
     theLoop->waitingForWindows_.push_back(std::move(then));
     QCoreApplication::exit();
 }

@@ -28,8 +28,8 @@ public:
     static void quit(int status = 0);
 
     /// Calls `then` later, from a loop with windows, which a QApplication runs.
-    /// Where the process may not open the files that windows need, it is never called, with a log
-    /// line.
+    /// Where the process may not open the files that windows need, or the toolkit lacks a part, it
+    /// is never called, with a log line.
     static void needWindows(std::function<void()> then);
 
     /// Has what is posted to `object` and its children, as calls and signals over D-Bus are,

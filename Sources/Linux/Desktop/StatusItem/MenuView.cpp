@@ -4,6 +4,8 @@
 #include "Linux/Desktop/Symbols/SymbolIcon.h"
 #include "Platform/Foundation.h"
 
+#include <QGuiApplication>
+
 #include <utility>
 
 namespace tessary {
@@ -59,6 +61,9 @@ void MenuView::rebuild() {
     qDeleteAll(widget_.findChildren<QMenu*>(Qt::FindDirectChildrenOnly)); // clear() leaves them
     widget_.clear();
     fill(widget_, *menu_);
+    // There a menu without a window in front is a window, which may be made as large as the screen.
+    if (QGuiApplication::platformName().startsWith(QLatin1String("wayland")))
+        widget_.setFixedSize(widget_.sizeHint());
 }
 
 } // namespace tessary

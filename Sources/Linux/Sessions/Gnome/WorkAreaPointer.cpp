@@ -23,7 +23,7 @@ wl_buffer* smallBuffer(wl_shm* memory) {
     constexpr int side = 2;
     constexpr int line = side * 4;
     const int file = memfd_create("tessary", MFD_CLOEXEC);
-    if (file < 0 || ftruncate(file, side * line) != 0)
+    if (file < 0 || ftruncate(file, off_t{side} * line) != 0)
         return nullptr;
     wl_shm_pool* pool = wl_shm_create_pool(memory, file, side * line);
     wl_buffer* buffer =
@@ -37,7 +37,7 @@ wl_buffer* smallBuffer(wl_shm* memory) {
 /// since each change of a display moves them.
 class Outputs {
 public:
-    explicit Outputs(std::vector<wl_output*> outputs) {
+    explicit Outputs(const std::vector<wl_output*>& outputs) {
         for (wl_output* output : outputs) {
             const auto place = origins_.try_emplace(output).first;
             wl_output_add_listener(output, &listener, &place->second);

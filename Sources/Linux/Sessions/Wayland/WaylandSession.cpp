@@ -1,8 +1,11 @@
 #include "Linux/Sessions/Wayland/WaylandSession.h"
 
+#include "Linux/Sessions/Wayland/FirstStart.h"
 #include "Platform/Foundation.h"
 
 #include <QAbstractEventDispatcher>
+#include <QCoreApplication>
+#include <QDir>
 #include <QSocketNotifier>
 
 #include <utility>
@@ -48,6 +51,34 @@ private:
 
 WaylandSession::WaylandSession(std::unique_ptr<WaylandConnection> connection)
     : connection_(std::move(connection)) {}
+
+bool WaylandSession::claimFirstStart() {
+    return isFirstSince(peerIdentity(wl_display_get_fd(connection_->display())),
+                        serverName(serverAddress()).toStdString());
+}
+
+/// Without one of them the toolkit would end the program. With an X server it opens windows there.
+bool WaylandSession::canOpenWindows() {
+    for (const QString& folder : QCoreApplication::libraryPaths())
+        if (!QDir(folder + QStringLiteral("/platforms"))
+                 .entryList({QStringLiteral("libqwayland*.so")})
+                 .isEmpty())
+            return true;
+    if (qEnvironmentVariableIsSet("DISPLAY"))
+        return true;
+    NSLog("tessary: no window can be opened: the package qt6-wayland is not installed");
+    return false;
+}
+
+bool WaylandSession::grabKeyboard(QWindow& window) {
+    inhibitor_.reset(); // a second one on one surface would be an error
+    inhibitor_ = ShortcutsInhibitor::make(window);
+    return inhibitor_ != nullptr;
+}
+
+void WaylandSession::ungrabKeyboard(QWindow& /*window*/) {
+    inhibitor_.reset();
+}
 
 std::shared_ptr<void> WaylandSession::feedEvents(const std::function<void()>& lost) {
     return std::make_shared<WaylandEventSource>(*connection_, [lost] {
