@@ -25,9 +25,8 @@ Value valueOf(GSettings* settings, const std::string& key) {
     return {gio().value(settings, key.c_str()), gio().releaseValue};
 }
 
-bool isOf(const GVariant* value, const char* type) {
-    return gio().isOfType(const_cast<GVariant*>(value),
-                          reinterpret_cast<const GVariantType*>(type)) != FALSE;
+bool isOf(const Value& value, const char* type) {
+    return gio().isOfType(value.get(), reinterpret_cast<const GVariantType*>(type)) != FALSE;
 }
 
 std::vector<std::string> listOf(const Value& value) {
@@ -54,8 +53,8 @@ std::unique_ptr<DesktopSettings> DesktopSettings::open(const std::string& schema
     if (found == nullptr)
         return nullptr;
     auto* settings = gio().settings(found, nullptr, path.empty() ? nullptr : path.c_str());
-    return std::unique_ptr<DesktopSettings>(new DesktopSettings(std::unique_ptr<Opened>(
-        new Opened{{found, gio().releaseSchema}, {settings, gio().release}})));
+    return std::unique_ptr<DesktopSettings>(new DesktopSettings(
+        std::make_unique<Opened>(Opened{{found, gio().releaseSchema}, {settings, gio().release}})));
 }
 
 DesktopSettings::DesktopSettings(std::unique_ptr<Opened> opened) : opened_(std::move(opened)) {}
@@ -65,7 +64,7 @@ DesktopSettings::~DesktopSettings() = default;
 /// Asked before each access, since the library ends the process over a key that is not there.
 bool DesktopSettings::has(const std::string& key, const char* type) const {
     return gio().hasKey(opened_->schema.get(), key.c_str()) != FALSE &&
-           isOf(valueOf(opened_->settings.get(), key).get(), type);
+           isOf(valueOf(opened_->settings.get(), key), type);
 }
 
 std::vector<std::string> DesktopSettings::keys() const {
@@ -95,9 +94,9 @@ std::vector<std::string> DesktopSettings::allTexts() const {
     std::vector<std::string> result;
     for (const std::string& key : keys()) {
         const Value value = valueOf(opened_->settings.get(), key);
-        if (isOf(value.get(), textType))
+        if (isOf(value, textType))
             result.emplace_back(gio().text(value.get(), nullptr));
-        else if (isOf(value.get(), listType))
+        else if (isOf(value, listType))
             std::ranges::move(listOf(value), std::back_inserter(result));
     }
     return result;
@@ -107,6 +106,7 @@ void DesktopSettings::setList(const std::string& key, const std::vector<std::str
     if (!has(key, listType) || list(key) == value)
         return;
     std::vector<const gchar*> texts;
+    texts.reserve(value.size());
     for (const std::string& text : value)
         texts.push_back(text.c_str());
     gio().setValue(opened_->settings.get(), key.c_str(),
