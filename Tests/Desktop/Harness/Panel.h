@@ -19,7 +19,7 @@ namespace desktop {
 QDBusMessage call(const QDBusConnection& bus, const QString& service, const QString& path,
                   const char* interface, const char* method, const QVariantList& arguments = {});
 
-/// A message bus of our own.
+/// A message bus of our own, which starts no services.
 class Bus {
 public:
     /// At a new address unless one is given.
