@@ -66,8 +66,8 @@ QDBusMessage call(const QDBusConnection& bus, const QString& service, const QStr
 }
 
 Bus::Bus(const std::string& address)
-    : process_({"dbus-daemon", "--config-file=" BUS_CONFIGURATION, "--nofork", "--print-address",
-                "--address=" + address}) {
+    : process_({"dbus-daemon", std::string("--config-file=") + BUS_CONFIGURATION, "--nofork",
+                "--print-address", "--address=" + address}) {
     address_ = process_.waitForLine("unix:.*").value_or("");
     if (address_.empty())
         throw std::runtime_error("no message bus has started");
