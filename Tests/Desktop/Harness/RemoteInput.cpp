@@ -32,9 +32,10 @@ void RemoteInput::movePointer(double x, double y) const {
     notify("NotifyPointerMotionRelative", {0.0, -steps * step});
     for (int i = 0; i < steps; ++i)
         notify("NotifyPointerMotionRelative", {-step, 0.0});
-    for (; x > step; x -= step)
+    const int whole = static_cast<int>(x / step);
+    for (int i = 0; i < whole; ++i)
         notify("NotifyPointerMotionRelative", {step, 0.0});
-    notify("NotifyPointerMotionRelative", {x, y});
+    notify("NotifyPointerMotionRelative", {x - whole * step, y});
 }
 
 void RemoteInput::setKey(std::uint32_t key, bool isDown) const {
