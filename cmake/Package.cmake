@@ -84,10 +84,10 @@ set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-wayland, libcanberra0, xdg-utils, file, shared-mime-info, ca-certificates")
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
-"Each display of the desktop (X11, GNOME on Wayland) has two presets. One key switches the display
-under the pointer to its first preset, another key to its second, and the
-displays beside it move along. The menu of an icon in the panel has the
-presets and all the other resolutions.
+"Each display of the desktop (X11, GNOME on Wayland) has two presets. One key
+switches the display under the pointer to its first preset, another key to its
+second, and the displays beside it move along. The menu of an icon in the panel
+has the presets and all the other resolutions.
 
 What was chosen last comes back after the next log-in.")
 include(CPack)
