@@ -16,8 +16,7 @@ TEST_F(KeyPress, SwitchesTheDisplayUnderThePointerAndMovesItsNeighbour) {
         {keys::f14, 2559, both("1920x1080+0+0 59.96 Hz", "1920x1080+1920+0 59.96 Hz")},
         {keys::f14, 0, both("1920x1080+0+0 59.96 Hz", "1920x1080+1920+0 59.96 Hz")},
         {keys::f15, 1920, both("1920x1080+0+0 59.96 Hz", "2560x1440+1920+0 60.00 Hz")},
-        {keys::f15, 0, both("2560x1440+0+0 60.00 Hz", "2560x1440+2560+0 60.00 Hz")},
-    };
+        {keys::f15, 0, both("2560x1440+0+0 60.00 Hz", "2560x1440+2560+0 60.00 Hz")}};
     Tessary tessary(*this, program());
     const auto pixelsPerMetre = [this] { // as clients see it that come now
         const Client client(server_.display());
@@ -154,7 +153,7 @@ TEST_F(KeyPress, WhileAnotherProgramMovesADisplayIsCarriedOutOnTheNewLayout) {
     const long sleeps = tessary.sleeps();
     client_.tap(keys::f14);
     EXPECT_TRUE(client_.waitUntil([&] { return tessary.sleeps() > sleeps; }));
-    client_.moveDisplay("DUMMY0", 0, 3000);
+    client_.moveLeftDisplay(0, 3000);
     xcb_ungrab_server(client_.connection());
     xcb_flush(client_.connection());
     EXPECT_TRUE(show(both("1280x720+0+3000 60.00 Hz", "1920x1080+1280+0 59.96 Hz")));

@@ -263,10 +263,7 @@ TEST_F(FormWidgets, RowsHaveCommonColumnsThatGrowWithTheFont) {
         const QRect field = frame(*existingWidget(*view));
         EXPECT_EQ(field.size(), QSize(scaled(130), scaled(24)));
         EXPECT_EQ(QPoint(whole.left(), box.height()), QPoint(box.left(), whole.height()));
-        EXPECT_EQ(QPoint(whole.right(), field.height()), QPoint(field.right(), box.height()));
-        EXPECT_EQ(field.left() - box.right() - 1, scaled(8));
-        EXPECT_EQ(whole.right(), frame(find<QPushButton>()).right());
-        EXPECT_EQ(widget_->width() - 1 - whole.right(), scaled(16) + scaled(12));
+        EXPECT_EQ(field.height(), box.height());
         const QLabel& row = visibleLabel(u"Row &1");
         const int line = row.fontMetrics().height();
         EXPECT_EQ(row.parentWidget()->findChild<QWidget*>()->size(), QSize(line, line));

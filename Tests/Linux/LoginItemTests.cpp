@@ -57,8 +57,7 @@ TEST_F(LoginItems, AnEntryCountsAsTheDesktopTakesIt) {
         {entry + "OnlyShowIn=XFCE;GNOME;\nNotShowIn=KDE", enabled},
         {entry + "OnlyShowIn=XFCE;GNOME-Flashback", requiresApproval},
         {entry + "NotShowIn=GNOME", requiresApproval},
-        {entry + "OnlyShowIn=GNOME\nNotShowIn=ubuntu", requiresApproval},
-    };
+        {entry + "OnlyShowIn=GNOME\nNotShowIn=ubuntu", requiresApproval}};
     ::setenv("XDG_CURRENT_DESKTOP", "ubuntu:GNOME", 1);
     EXPECT_EQ(item_.status(), notRegistered) << "there is none";
     for (const auto& [text, status] : rows) {
@@ -82,8 +81,7 @@ TEST_F(LoginItems, TheEntryNamesTheProgramSoThatTheDesktopFindsExactlyThatFile) 
         {R"(a"b/$HOME/`c`/d\e%)", '"' + root + R"(/a\\"b/\\$HOME/\\`c\\`/d\\\\e%%")"},
         {"two\nlines\tand\rmore", '"' + root + R"(/two\nlines\tand\rmore")"},
         {"bin/tessary", "tessary"},
-        {"same/tessary", "tessary"},
-    };
+        {"same/tessary", "tessary"}};
     fs::create_directory(root_ / "bin");
     fs::create_directory_symlink("bin", root_ / "same");
     ::setenv("PATH", ("bin:" + root + "/bin").c_str(), 1);

@@ -52,12 +52,6 @@ void mirror(MutterState& state) {
     state.monitors[1].modes.removeAt(1);
     state.monitors[1].modes[1].isCurrent = true;
 }
-void preferNone(MutterState& state) {
-    state.monitors[0].modes[0].isPreferred = false;
-}
-void makeScaleGlobal(MutterState& state) {
-    state.isScaleGlobal = true;
-}
 void placeInPixels(MutterState& state) {
     state.layoutMode = LayoutMode::physical;
     state.logicalMonitors[1].x = 3840;
@@ -81,37 +75,25 @@ TEST(MutterState, TellsTheModesThatCanBeChosenWithTheirScales) {
     };
     const std::string first = "3840x2160/1@60 2192x1233/1.75182@60 1920x1080/2@60* ";
     const std::string all = first + "3840x2160/1@30 2192x1233/1.75182@30 1920x1080/2@30 ";
+    const std::string allAndOthers = all + "4096x2160/1@60 1920x1080/1@60 ";
+    const std::string turned =
+        "2160x3840/1@60 1233x2192/1.75182@60 1080x1920/2@60* 2160x3840/1@30 1233x2192/1.75182@30 "
+        "1080x1920/2@30 2160x4096/1@60 1080x1920/1@60 ";
+    const std::string atTwo = "1920x1080/2@60 ";
+    const PixelRect left{0, 0, 1920, 1080};
+    // clang-format off
     const std::vector<Row> rows{
-        {nothing, 0, all + "4096x2160/1@60 1920x1080/1@60 ", "1920x1080/2@60 ", {0, 0, 1920, 1080}},
-        {nothing,
-         1,
-         "2160x3840/1@60 1233x2192/1.75182@60 1080x1920/2@60* 2160x3840/1@30 1233x2192/1.75182@30 "
-         "1080x1920/2@30 2160x4096/1@60 1080x1920/1@60 ",
-         "2160x3840/1@60 ",
-         {1920, 0, 2160, 3840}},
-        {interlace, 0, first + "1920x1080/1@60 ", "1920x1080/2@30 ", {0, 0, 1920, 1080}},
-        {mirror, 0, all + "1920x1080/1@60 ", "1920x1080/2@60 ", {0, 0, 1920, 1080}},
-        {preferNone,
-         0,
-         "3840x2160/1@60 3840x2160/1@30 4096x2160/1@60 2048x1080/2@60 1920x1080/1@60 ",
-         "1920x1080/2@60 ",
-         {0, 0, 1920, 1080}},
-        {makeScaleGlobal,
-         0,
-         "1920x1080/2@60* 1920x1080/2@30 2048x1080/2@60 960x540/2@60 ",
-         "1920x1080/2@60 ",
-         {0, 0, 1920, 1080}},
-        {placeInPixels,
-         1,
-         "2160x3840/1@60 1233x2192/1.75182@60 1080x1920/2@60* 2160x3840/1@30 1233x2192/1.75182@30 "
-         "1080x1920/2@30 2160x4096/1@60 1080x1920/1@60 ",
-         "2160x3840/1@60 ",
-         {3840, 0, 2160, 3840}},
-        {placeInPixels,
-         0,
-         all + "4096x2160/1@60 1920x1080/1@60 ",
-         "1920x1080/2@60 ",
-         {0, 0, 3840, 2160}}};
+        {nothing, 0, allAndOthers, atTwo, left},
+        {nothing, 1, turned, "2160x3840/1@60 ", {1920, 0, 2160, 3840}},
+        {interlace, 0, first + "1920x1080/1@60 ", "1920x1080/2@30 ", left},
+        {mirror, 0, all + "1920x1080/1@60 ", atTwo, left},
+        {[](MutterState& state) { state.monitors[0].modes[0].isPreferred = false; }, 0,
+         "3840x2160/1@60 3840x2160/1@30 4096x2160/1@60 2048x1080/2@60 1920x1080/1@60 ", atTwo, left},
+        {[](MutterState& state) { state.isScaleGlobal = true; }, 0,
+         "1920x1080/2@60* 1920x1080/2@30 2048x1080/2@60 960x540/2@60 ", atTwo, left},
+        {placeInPixels, 0, allAndOthers, atTwo, {0, 0, 3840, 2160}},
+        {placeInPixels, 1, turned, "2160x3840/1@60 ", {3840, 0, 2160, 3840}}};
+    // clang-format on
     for (std::size_t i = 0; i < rows.size(); ++i) {
         SCOPED_TRACE(i);
         MutterState state = twoPanels();
@@ -135,12 +117,12 @@ TEST(MutterState, IsPlannedWholeWithTheNeighboursBeside) {
         int neighbour;    ///< where it begins
         QString second;   ///< what the second monitor shows
     };
-    const std::vector<Row> rows{
-        {nothing, "3840x2160/1@60 ", 3840, QStringLiteral("3840x2160@60")},
-        {nothing, "2192x1233/1.75182@60 ", 2192, QStringLiteral("3840x2160@60")},
-        {placeInPixels, "2192x1233/1.75182@60 ", 3840, QStringLiteral("3840x2160@60")},
-        {placeInPixels, "1920x1080/1@60 ", 1920, QStringLiteral("3840x2160@60")},
-        {mirror, "3840x2160/1@60 ", 0, QStringLiteral("3840x2160@30")}};
+    const QString best = QStringLiteral("3840x2160@60");
+    const std::vector<Row> rows{{nothing, "3840x2160/1@60 ", 3840, best},
+                                {nothing, "2192x1233/1.75182@60 ", 2192, best},
+                                {placeInPixels, "2192x1233/1.75182@60 ", 3840, best},
+                                {placeInPixels, "1920x1080/1@60 ", 1920, best},
+                                {mirror, "3840x2160/1@60 ", 0, QStringLiteral("3840x2160@30")}};
     for (const Row& row : rows) {
         MutterState before = twoPanels();
         row.change(before);

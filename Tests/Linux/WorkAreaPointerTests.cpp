@@ -37,14 +37,10 @@ void expectPointerOnEach(const desktop::Words& monitors, const PixelRect& left,
     }
 }
 
-TEST(WorkAreaPointer, FindsTheDisplayByItsSize) {
-    expectPointerOnEach({"2560x1440@60", "1920x1080@60"}, {0, 0, 2560, 1440},
-                        {2560, 0, 1920, 1080});
-}
-
-TEST(WorkAreaPointer, FindsItAmongEqualDisplays) {
-    expectPointerOnEach({"1920x1080@60", "1920x1080@60"}, {0, 0, 1920, 1080},
-                        {1920, 0, 1920, 1080});
+TEST(WorkAreaPointer, FindsTheDisplayByItsSizeAndAlsoAmongEqualOnes) {
+    const PixelRect left{0, 0, 1920, 1080};
+    expectPointerOnEach({"1920x1080@60", "2560x1440@60"}, left, {1920, 0, 2560, 1440});
+    expectPointerOnEach({"1920x1080@60", "1920x1080@60"}, left, {1920, 0, 1920, 1080});
 }
 
 TEST(WorkAreaPointer, AWorkAreaTellsADisplayWhenNoOtherMayBeMeant) {

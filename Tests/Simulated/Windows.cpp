@@ -24,11 +24,6 @@ void render(const std::shared_ptr<NSWindow>& window, const Forms::Form& form) {
     }
 }
 
-void send(NSEventType type, std::uint16_t keyCode, NSEventModifierFlags modifiers) {
-    if (NSEventSendToMonitors({type, keyCode, modifiers, {}, {}}) == NSEvent::Passage::passOn)
-        state.note("key arrives");
-}
-
 void noteChange(bool& before, bool now, const std::string& what) {
     if (std::exchange(before, now) != now)
         state.note((now ? "watch " : "leave ") + what);
@@ -91,12 +86,9 @@ NSView& simulated::field(const std::string& row) {
     return *state.window.lock()->peer().fields.at(row);
 }
 
-void simulated::type(std::uint16_t keyCode, NSEventModifierFlags modifiers) {
-    send(NSEventType::keyDown, keyCode, modifiers);
-}
-
-void simulated::holdModifiers(NSEventModifierFlags modifiers) {
-    send(NSEventType::flagsChanged, 0, modifiers);
+void simulated::type(std::uint16_t keyCode, NSEventModifierFlags modifiers, NSEventType type) {
+    if (NSEventSendToMonitors({type, keyCode, modifiers, {}, {}}) == NSEvent::Passage::passOn)
+        state.note("key arrives");
 }
 
 void simulated::click(CGPoint place, NSEventType button, const std::shared_ptr<NSWindow>& window) {

@@ -44,8 +44,11 @@ NSView& field(const std::string& row);
 const Drawing& drawn(NSView& view);
 
 /// Types a key, or presses and releases modifiers. The log names what no monitor has swallowed.
-void type(std::uint16_t keyCode, NSEventModifierFlags modifiers = 0);
-void holdModifiers(NSEventModifierFlags modifiers);
+void type(std::uint16_t keyCode, NSEventModifierFlags modifiers = 0,
+          NSEventType type = NSEventType::keyDown);
+inline void holdModifiers(NSEventModifierFlags modifiers) {
+    type(0, modifiers, NSEventType::flagsChanged);
+}
 
 /// Clicks on the middle of the view, or at a place of the window, null for one of others. The log
 /// names clicks that arrive where no view is.

@@ -4,7 +4,6 @@
 
 #include <QSocketNotifier>
 
-#include <algorithm>
 #include <span>
 #include <stdexcept>
 
@@ -69,38 +68,25 @@ void Client::readEvents() {
 }
 
 void Client::noteDisplay(const xcb_randr_crtc_change_t& change) {
-    ++displayChanges_;
     if (change.mode != XCB_NONE)
         litDisplays_.insert(change.crtc);
     else if (litDisplays_.erase(change.crtc) > 0)
         ++darkDisplays_;
 }
 
-void Client::moveDisplay(const std::string& output, std::int16_t x, std::int16_t y) const {
-    const auto id = outputNamed(output);
+void Client::moveLeftDisplay(std::int16_t x, std::int16_t y) const {
     const auto resources = ask(xcb_randr_get_screen_resources_current,
                                xcb_randr_get_screen_resources_current_reply, root_);
     const auto time = resources->config_timestamp;
-    const auto shown = ask(xcb_randr_get_output_info, xcb_randr_get_output_info_reply, id, time);
-    const auto crtc =
-        ask(xcb_randr_get_crtc_info, xcb_randr_get_crtc_info_reply, shown->crtc, time);
+    const auto* crtcs = xcb_randr_get_screen_resources_current_crtcs(resources.get());
     send(xcb_randr_set_screen_size_checked, root_, 8192, 4096, 2000, 1000);
-    ask(xcb_randr_set_crtc_config, xcb_randr_set_crtc_config_reply, shown->crtc, XCB_CURRENT_TIME,
-        time, x, y, crtc->mode, crtc->rotation, 1, &id);
-}
-
-xcb_randr_output_t Client::outputNamed(const std::string& name) const {
-    const auto resources = ask(xcb_randr_get_screen_resources_current,
-                               xcb_randr_get_screen_resources_current_reply, root_);
-    const auto* ids = xcb_randr_get_screen_resources_current_outputs(resources.get());
-    for (const auto id : std::span(ids, resources->num_outputs)) {
-        const auto output =
-            ask(xcb_randr_get_output_info, xcb_randr_get_output_info_reply, id, XCB_CURRENT_TIME);
-        const std::span text(xcb_randr_get_output_info_name(output.get()), output->name_len);
-        if (std::ranges::equal(text, name))
-            return id;
+    for (const auto crtc : std::span(crtcs, resources->num_crtcs)) {
+        const auto shown = ask(xcb_randr_get_crtc_info, xcb_randr_get_crtc_info_reply, crtc, time);
+        if (shown->mode != XCB_NONE && shown->x == 0)
+            ask(xcb_randr_set_crtc_config, xcb_randr_set_crtc_config_reply, crtc, XCB_CURRENT_TIME,
+                time, x, y, shown->mode, shown->rotation, shown->num_outputs,
+                xcb_randr_get_crtc_info_outputs(shown.get()));
     }
-    throw std::runtime_error("there is no output " + name);
 }
 
 void Client::fake(std::uint8_t event, std::uint8_t detail, int x, int y) const {
@@ -108,21 +94,9 @@ void Client::fake(std::uint8_t event, std::uint8_t detail, int x, int y) const {
          static_cast<std::int16_t>(x), static_cast<std::int16_t>(y), 0);
 }
 
-void Client::movePointer(int x, int y) const {
-    fake(XCB_MOTION_NOTIFY, 0, x, y);
-}
-
 Pointer Client::pointer() const {
     const auto state = ask(xcb_query_pointer, xcb_query_pointer_reply, root_);
     return {state->root_x, state->root_y, state->mask};
-}
-
-void Client::press(std::uint8_t key) const {
-    fake(XCB_KEY_PRESS, key);
-}
-
-void Client::release(std::uint8_t key) const {
-    fake(XCB_KEY_RELEASE, key);
 }
 
 void Client::tap(std::uint8_t key, std::initializer_list<std::uint8_t> modifiers) const {

@@ -57,20 +57,19 @@ public:
     /// did within `patience`.
     bool waitUntil(const std::function<bool()>& holds);
 
-    /// How many changes of a display, of them those that turned off what an earlier one had turned
-    /// on, and how many bells `waitUntil` has seen.
-    int displayChanges() const { return displayChanges_; }
+    /// How many displays were turned off after an event had told that they were on, and how many
+    /// bells there were, as far as `waitUntil` has seen.
     int darkDisplays() const { return darkDisplays_; }
     int bells() const { return bells_; }
 
-    /// Takes a display to another place of a screen of 8192 × 4096.
-    void moveDisplay(const std::string& output, std::int16_t x, std::int16_t y) const;
+    /// Takes what is shown at the left edge to another place of a screen of 8192 × 4096.
+    void moveLeftDisplay(std::int16_t x, std::int16_t y) const;
 
-    void movePointer(int x, int y) const;
+    void movePointer(int x, int y) const { fake(XCB_MOTION_NOTIFY, 0, x, y); }
     Pointer pointer() const;
 
-    void press(std::uint8_t key) const;
-    void release(std::uint8_t key) const;
+    void press(std::uint8_t key) const { fake(XCB_KEY_PRESS, key); }
+    void release(std::uint8_t key) const { fake(XCB_KEY_RELEASE, key); }
     void tap(std::uint8_t key, std::initializer_list<std::uint8_t> modifiers = {}) const;
 
     /// Takes the key with all modifiers, as long as this client is there.
@@ -88,7 +87,6 @@ public:
 private:
     void readEvents();
     void noteDisplay(const xcb_randr_crtc_change_t& change);
-    xcb_randr_output_t outputNamed(const std::string& name) const;
     void fake(std::uint8_t event, std::uint8_t detail, int x = 0, int y = 0) const;
 
     template <typename Cookie, typename... Parameters>
@@ -109,7 +107,6 @@ private:
     xcb_window_t root_ = XCB_NONE;
     int displayEvent_ = 0;
     int bellEvent_ = 0;
-    int displayChanges_ = 0;
     int darkDisplays_ = 0;
     std::set<xcb_randr_crtc_t> litDisplays_; ///< in the last event of each
     int bells_ = 0;

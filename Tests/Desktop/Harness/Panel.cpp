@@ -133,10 +133,6 @@ bool Panel::handleMessage(const QDBusMessage& message, const QDBusConnection& bu
     return bus.send(message.createReply());
 }
 
-QString Panel::introspect(const QString& /*path*/) const {
-    return {};
-}
-
 std::string Panel::activate(const QVariantMap& platformData) {
     return call(connection_, QStringLiteral("org.tessary.Tessary"),
                 QStringLiteral("/org/tessary/Tessary"), "org.freedesktop.Application", "Activate",

@@ -1,6 +1,5 @@
 #include "Linux/Updates/UpdateFixture.h"
 
-#include <gtest/gtest.h>
 #include <sys/resource.h>
 
 #include <csignal>
@@ -51,9 +50,15 @@ struct FailureTest : UpdateFixture, testing::WithParamInterface<Row> {
         limit = 200ms;
     }
 
-    std::optional<UpdateServer> otherServer;
+    /// Lets the program look at the feed of a server that it reaches by https.
+    ServerAnswer& secureFeed() {
+        otherServer_.emplace(UpdateServer::Security::ownCertificate);
+        request.feed = otherServer_->address("/feed");
+        return otherServer_->answers["/feed"];
+    }
 
 private:
+    std::optional<UpdateServer> otherServer_;
     rlimit usualLimit_{};
 };
 
@@ -76,21 +81,11 @@ const Row rows[]{
      [](auto& t) { t.request.feed = QStringLiteral("http://updates.invalid/feed"); }, "not secure"},
     {"endless_feed", [](auto& t) { t.feed().ending = Ending::repetition; }, "too large"},
     {"damaged_feed", [](auto& t) { t.feed().body.chop(20); }, "damaged"},
-    {"https_to_http",
-     [](auto& t) {
-         t.otherServer.emplace(UpdateServer::Security::ownCertificate);
-         redirectTo(t.otherServer->answers["/feed"], t.server->address("/feed"));
-         t.request.feed = t.otherServer->address("/feed");
-     },
+    {"https_to_http", [](auto& t) { redirectTo(t.secureFeed(), t.server->address("/feed")); },
      "redirects to an address that is not secure"},
     {"redirect_loop", [](auto& t) { redirectTo(t.feed(), t.server->address("/feed")); },
      "redirects too often"},
-    {"package_by_http_from_a_feed_by_https",
-     [](auto& t) {
-         t.otherServer.emplace(UpdateServer::Security::ownCertificate);
-         t.otherServer->answers["/feed"] = t.feed();
-         t.request.feed = t.otherServer->address("/feed");
-     },
+    {"package_by_http_from_a_feed_by_https", [](auto& t) { t.secureFeed() = t.feed(); },
      "names an address that is not secure", true},
     {"no_such_package", [](auto& t) { t.server->answers.erase("/package"); }, "404", true, true},
     {"slow_package", [](auto& t) { t.stopWithin(t.answer(), t.request.limits.silence); },
@@ -109,8 +104,7 @@ const Row rows[]{
     {"full_disk", [](auto& t) { t.limitFiles(100'000); }, "could not be written", true},
     {"more_than_the_disk_has",
      [](auto& t) { t.announce(&Announcement::length, std::numeric_limits<qint64>::max()); },
-     "too little space", true, true},
-};
+     "too little space", true, true}};
 
 INSTANTIATE_TEST_SUITE_P(Updates, FailureTest, testing::ValuesIn(rows),
                          [](const auto& row) { return std::string(row.param.name); });

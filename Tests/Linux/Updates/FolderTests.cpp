@@ -1,7 +1,6 @@
 // What stands in the folder of downloads, and in its place.
 #include "Linux/Updates/UpdateFixture.h"
 
-#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <fstream>

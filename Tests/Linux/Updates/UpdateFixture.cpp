@@ -108,10 +108,6 @@ bool UpdateFixture::isQuiet() const {
     return !session->isShowing() && QApplication::topLevelWidgets().isEmpty();
 }
 
-std::filesystem::path UpdateFixture::downloads() const {
-    return request.cacheFolder / "tessary" / "updates";
-}
-
 std::set<std::string> UpdateFixture::files(const std::filesystem::path& folder) {
     std::set<std::string> names;
     std::error_code error;

@@ -65,7 +65,7 @@ struct UpdateFixture : testing::Test {
     bool isQuiet() const;
 
     /// The folder that packages are downloaded to.
-    std::filesystem::path downloads() const;
+    std::filesystem::path downloads() const { return request.cacheFolder / "tessary" / "updates"; }
 
     /// The names in a folder.
     static std::set<std::string> files(const std::filesystem::path& folder);

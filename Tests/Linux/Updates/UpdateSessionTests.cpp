@@ -1,7 +1,5 @@
 #include "Linux/Updates/UpdateFixture.h"
 
-#include <gtest/gtest.h>
-
 #include <QMimeDatabase>
 #include <QTest>
 #include <QTimer>
@@ -109,8 +107,7 @@ TEST_F(UpdateTest, TheEndOfTheLoopEndsWhateverIsShown) {
         {"Looking", "", tessaryUpdateInterrupted},
         {"available", "", tessaryUpdateLooked},
         {"available", "150.0 kB of", tessaryUpdateLooked},
-        {"404", "", tessaryUpdateFailed},
-    };
+        {"404", "", tessaryUpdateFailed}};
     halve(Ending::silence);
     for (const auto& [text, progress, outcome] : rows) {
         SCOPED_TRACE(text + " " + progress);
