@@ -1,9 +1,11 @@
 // at_rest_benchmark [SECONDS]: what Tessary costs before and between key presses, beside a program
-// that has an icon and nothing else. One X server, one message bus and one panel serve both.
+// that has an icon and nothing else. One X server, or one Mutter, with a message bus and a panel
+// serves both.
 //
 // SECONDS is how long context switches are counted, 60 unless told otherwise.
 #include "Desktop/Harness/ChildProcess.h"
 #include "Desktop/Harness/Client.h"
+#include "Desktop/Harness/Mutter.h"
 #include "Desktop/Harness/Panel.h"
 #include "Desktop/Harness/Reply.h"
 #include "Desktop/Harness/Session.h"
@@ -71,18 +73,34 @@ private:
 };
 
 struct Desktop {
-    Home serverHome;
-    XServer server{serverHome};
     Bus bus;
     PanelWithClock panel{bus};
+    std::string display; ///< empty without an X server
+    Words environment{bus.environment()};
+};
+
+struct XDesktop : Desktop {
+    XDesktop() { display = server.display(); }
+
+    Home serverHome;
+    XServer server{serverHome};
+};
+
+struct WaylandDesktop : Desktop {
+    WaylandDesktop() {
+        environment.push_back("WAYLAND_DISPLAY=" + Mutter::socket(compositorHome));
+        environment.emplace_back("QT_QPA_PLATFORM=wayland"); // the empty program would look for X
+    }
+
+    Home compositorHome;
+    Mutter mutter{NestedMonitors{"2560x1440@60:1920x1080@60"}, compositorHome, bus};
 };
 
 /// A program from its start on, whose icon is in the panel.
 class Program {
 public:
     Program(Desktop& desktop, const Home& home, const std::string& path)
-        : Program(desktop,
-                  home.commandOn(desktop.server.display(), {desktop.bus.environment(), path}),
+        : Program(desktop, home.commandOn(desktop.display, desktop.environment, {path}),
                   desktop.panel.registrations()) {}
 
     double milliseconds() const { return milliseconds_; }
@@ -181,7 +199,7 @@ void measureStarts(Desktop& desktop, const Home& seeded) {
 }
 
 /// Answers what the empty program has.
-Numbers measureMemory(Desktop& desktop, const Home& seeded) {
+Numbers measureMemory(Desktop& desktop, const Home& seeded, const std::string& where = {}) {
     Numbers own;
     Numbers empty;
     for (int round = 0; round < restingRounds; ++round)
@@ -190,7 +208,7 @@ Numbers measureMemory(Desktop& desktop, const Home& seeded) {
             program.waitForRest();
             (isOwn ? own : empty).push_back(program.residentMebibytes());
         }
-    printRow("resident memory at rest", "MiB", own, empty, "at most 1.25 times as much");
+    printRow(where + "resident memory at rest", "MiB", own, empty, "at most 1.25 times as much");
     return empty;
 }
 
@@ -200,8 +218,8 @@ void await(Client& client, const std::string& what, const std::function<bool()>&
 }
 
 /// One key that switches, one that sounds the alert (the display offers no such mode), one menu.
-void use(Desktop& desktop) {
-    Client client(desktop.server.display());
+void useOnX(Desktop& desktop) {
+    Client client(desktop.display);
     await(client, "the keys",
           [&] { return client.isGrabbed(keys::f14) && client.isGrabbed(keys::f15); });
     client.tap(keys::f14);
@@ -212,7 +230,17 @@ void use(Desktop& desktop) {
         throw std::runtime_error("the menu is empty");
 }
 
-void countContextSwitches(Desktop& desktop, const Home& seeded, std::chrono::seconds time) {
+/// Another mode from the menu, and a menu that shows it.
+void useOnWayland(Desktop& desktop) {
+    desktop.panel.openedMenu();
+    desktop.panel.choose("1920 × 1080", "Built-in display (1)");
+    if (!waitUntil(
+            [&] { return desktop.panel.openedMenu().find("✓ 1920 × 1080") != std::string::npos; }))
+        throw std::runtime_error("waited in vain for another mode");
+}
+
+void countContextSwitches(Desktop& desktop, const Home& seeded, std::chrono::seconds time,
+                          const std::string& what, void (*use)(Desktop&)) {
     const Program empty(desktop, seeded, EMPTY_TRAY);
     if (desktop.panel.openedMenu().empty())
         throw std::runtime_error("the empty program's menu is empty");
@@ -223,8 +251,7 @@ void countContextSwitches(Desktop& desktop, const Home& seeded, std::chrono::sec
     const long emptyBefore = empty.contextSwitches();
     const long before = tessary.contextSwitches();
     std::this_thread::sleep_for(time);
-    std::printf("context switches in %lld s at rest, after a key press, an alert and a menu\t%ld\t"
-                "empty program: %ld\t-\tnone\n",
+    std::printf("%s, context switches in %lld s\t%ld\tempty program: %ld\t-\tnone\n", what.c_str(),
                 static_cast<long long>(time.count()), tessary.contextSwitches() - before,
                 empty.contextSwitches() - emptyBefore);
 }
@@ -266,9 +293,9 @@ void printTimeToOpen(const char* which, const Numbers& milliseconds) {
         quantile(milliseconds, 0.5), quantile(milliseconds, 0.95));
 }
 
-void measurePreferences(Desktop& desktop, const Home& seeded, const Numbers& emptyMemory) {
+void measurePreferences(XDesktop& desktop, const Home& seeded, const Numbers& emptyMemory) {
     const WindowManager windowManager(seeded, desktop.server);
-    Client client(desktop.server.display());
+    Client client(desktop.display);
     Numbers first;
     Numbers later;
     Numbers memory;
@@ -294,13 +321,21 @@ void measurePreferences(Desktop& desktop, const Home& seeded, const Numbers& emp
 int main(int count, char** arguments) try {
     constexpr int minute = 60;
     const std::chrono::seconds time(count > 1 ? std::atoi(arguments[1]) : minute);
-    Desktop desktop;
     const Home seeded;
+    {
+        XDesktop desktop;
+        seed(desktop, seeded);
+        measureStarts(desktop, seeded);
+        const Numbers emptyMemory = measureMemory(desktop, seeded);
+        countContextSwitches(desktop, seeded, time,
+                             "at rest after a key press, an alert and a menu", useOnX);
+        measurePreferences(desktop, seeded, emptyMemory);
+    }
+    WaylandDesktop desktop;
     seed(desktop, seeded);
-    measureStarts(desktop, seeded);
-    const Numbers emptyMemory = measureMemory(desktop, seeded);
-    countContextSwitches(desktop, seeded, time);
-    measurePreferences(desktop, seeded, emptyMemory);
+    measureMemory(desktop, seeded, "GNOME: ");
+    countContextSwitches(desktop, seeded, time, "GNOME: at rest after a choice and a menu",
+                         useOnWayland);
     return 0;
 } catch (const std::exception& error) {
     std::fprintf(stderr, "%s\n", error.what());

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdint>
 #include <cstdio>
 #include <exception>
 #include <functional>
@@ -46,6 +47,7 @@ public:
         check(sd_bus_match_signal(bus_, nullptr, mutter, mutterPath, mutter, "MonitorsChanged",
                                   handleChange, &changes_),
               "listening to Mutter");
+        milliseconds([this] { makeSecondMonitorSmall(); });
     }
 
     ~Stopwatch() { sd_bus_flush_close_unref(bus_); }
@@ -65,7 +67,7 @@ public:
                 throw std::runtime_error("the displays did not switch");
         }
         const std::chrono::duration<double, std::milli> taken = Clock::now() - start;
-        waitUntilPainted();
+        readSerial();
         return taken.count();
     }
 
@@ -83,13 +85,26 @@ private:
         return 0;
     }
 
-    /// Mutter answers only then, and a switch that begins before would wait for it.
-    void waitUntilPainted() {
+    /// Monitors of different sizes, as a computer with a panel and a monitor has.
+    void makeSecondMonitorSmall() {
+        constexpr std::uint32_t temporary = 1;
+        check(sd_bus_call_method(bus_, mutter, mutterPath, mutter, "ApplyMonitorsConfig", nullptr,
+                                 nullptr, "uua(iiduba(ssa{sv}))a{sv}", readSerial(), temporary, 2,
+                                 0, 0, 1.0, 0, 1, 1, "LVDS1", "2560x1440@60.000", 0, 2560, 0, 1.0,
+                                 0, 0, 1, "LVDS2", "1280x720@60.000", 0, 0),
+              "the first layout");
+    }
+
+    /// Mutter answers only when it has painted, and a switch that begins before would wait for it.
+    std::uint32_t readSerial() {
         sd_bus_message* reply = nullptr;
         check(sd_bus_call_method(bus_, mutter, mutterPath, mutter, "GetCurrentState", nullptr,
                                  &reply, ""),
               "the state");
+        std::uint32_t serial = 0;
+        check(sd_bus_message_read(reply, "u", &serial), "the serial");
         sd_bus_message_unref(reply);
+        return serial;
     }
 
     sd_bus* bus_ = nullptr;
@@ -99,7 +114,7 @@ private:
 struct Session {
     Home home;
     Bus bus;
-    Mutter mutter{NestedMonitors{"2560x1440@60:1920x1080@60"}, home, bus};
+    Mutter mutter{NestedMonitors{"2560x1440@60:1920x1080@60:1280x720@60"}, home, bus};
     Stopwatch stopwatch{bus.address()};
 
     Words command(const Words& words) const {
