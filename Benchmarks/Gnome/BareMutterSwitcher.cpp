@@ -21,7 +21,7 @@ struct Layout {
     std::int32_t width; ///< of the first monitor: the second one stands beside it
 };
 
-constexpr std::array<Layout, 2> layouts{{{"1920x1080@60.000", 1920}, {"2560x1440@60.000", 2560}}};
+constexpr std::array<Layout, 2> layouts{{{"1024x768@60.000", 1024}, {"1280x720@60.000", 1280}}};
 
 void check(int result, const char* what) {
     if (result >= 0)
@@ -46,7 +46,7 @@ void send(std::uint32_t serial, const Layout& layout) {
     check(sd_bus_call_method_async(bus, nullptr, mutter, mutterPath, mutter, "ApplyMonitorsConfig",
                                    nullptr, nullptr, "uua(iiduba(ssa{sv}))a{sv}", serial, temporary,
                                    2, 0, 0, 1.0, 0, 1, 1, "LVDS1", layout.mode, 0, layout.width, 0,
-                                   1.0, 0, 0, 1, "LVDS2", "1280x720@60.000", 0, 0),
+                                   1.0, 0, 0, 1, "LVDS2", "800x600@60.000", 0, 0),
           "ApplyMonitorsConfig");
 }
 
