@@ -5,6 +5,7 @@
 // and the program with a panel. Switches the left monitor, where the pointer is, to both of its
 // presets and the right one to another mode by the menu, and prints what each was and became. Ends
 // with 0 when each switch did what it should.
+#include "Desktop/Harness/DisplayConfig.h"
 #include "Desktop/Harness/Mutter.h"
 #include "Desktop/Harness/Panel.h"
 #include "Desktop/Harness/Session.h"
@@ -42,11 +43,11 @@ void printRow(const std::string& monitor, const std::string& step, const std::st
 }
 
 bool switches(const Bus& bus, const Step& step) {
-    const std::string before = monitorsOnBus(bus)[step.monitor];
+    const std::string before = DisplayConfig(bus).layout()[step.monitor];
     step.carryOut();
     std::string after;
     const bool isSwitched = waitUntil([&] {
-        after = monitorsOnBus(bus)[step.monitor];
+        after = DisplayConfig(bus).layout()[step.monitor];
         return after.starts_with(step.mode + " ");
     });
     printRow(step.monitor, step.name, before, after, isSwitched ? "switched" : "NOT SWITCHED");

@@ -1,4 +1,5 @@
 // What a key does in a whole GNOME session on Wayland.
+#include "Desktop/Harness/DisplayConfig.h"
 #include "Desktop/Harness/GnomeShell.h"
 #include "Desktop/Harness/Mutter.h"
 #include "Desktop/Harness/RemoteInput.h"
@@ -46,9 +47,9 @@ protected:
     testing::AssertionResult show(const std::string& first, const std::string& second) const {
         const Layout expected{{"Meta-0", "3840x2160@60.000 " + first},
                               {"Meta-1", "3840x2160@60.000 " + second}};
-        if (waitUntil([&] { return monitorsOnBus(bus_) == expected; }))
+        if (waitUntil([&] { return DisplayConfig(bus_).layout() == expected; }))
             return testing::AssertionSuccess();
-        return testing::AssertionFailure() << testing::PrintToString(monitorsOnBus(bus_));
+        return testing::AssertionFailure() << testing::PrintToString(DisplayConfig(bus_).layout());
     }
 
     void tap(std::uint32_t key) const {

@@ -16,6 +16,7 @@ struct NestedMonitors {
     std::string modes; ///< of both, as in "3840x2160@60:1920x1080@60", the preferred one first
     std::string scales = "1,1"; ///< at first, one for each monitor
     bool isFractional = false;  ///< scales such as 1.5 too, and positions in points
+    Words environment = {};     ///< what else Mutter is to know: "NAME=value"
 };
 
 class Mutter {
@@ -26,6 +27,9 @@ public:
 
     /// Starts it on the bus in a window, on an X server of its own. Throws when it does not start.
     Mutter(const NestedMonitors& monitors, const Home& home, const Bus& bus);
+
+    /// Starts it on the bus as the window manager of the X server. Throws when it does not start.
+    Mutter(const XServer& server, const Home& home, const Bus& bus);
 
     /// What puts a program into this session, for its environment.
     static std::string environment() { return std::string("WAYLAND_DISPLAY=") + displayName; }
@@ -44,9 +48,5 @@ private:
     std::unique_ptr<ChildProcess> server_; ///< null where it has no window
     ChildProcess process_;
 };
-
-/// What each monitor of the Mutter on the bus shows, at which scale and where, as in
-/// "1920x1080@60.000 x2 +0+0". Mutter answers when it has painted.
-Layout monitorsOnBus(const Bus& bus);
 
 } // namespace desktop
