@@ -38,9 +38,10 @@ void expectPointerOnEach(const desktop::Words& monitors, const PixelRect& left,
 }
 
 TEST(WorkAreaPointer, FindsTheDisplayByItsSizeAndAlsoAmongEqualOnes) {
-    const PixelRect left{0, 0, 1920, 1080};
-    expectPointerOnEach({"1920x1080@60", "2560x1440@60"}, left, {1920, 0, 2560, 1440});
-    expectPointerOnEach({"1920x1080@60", "1920x1080@60"}, left, {1920, 0, 1920, 1080});
+    const PixelRect left{0, 0, 2560, 1440}; // Mutter begins with the largest
+    const PixelRect right{2560, 0, 1920, 1080};
+    expectPointerOnEach({"2560x1440@60", "1920x1080@60"}, left, right);
+    expectPointerOnEach({"2560x1440@60", "2560x1440@60"}, left, {2560, 0, 2560, 1440});
 }
 
 TEST(WorkAreaPointer, AWorkAreaTellsADisplayWhenNoOtherMayBeMeant) {

@@ -62,16 +62,21 @@ void PickerBox::setEntry(int index, const Forms::PickerEntry& entry) {
         setItemText(index, words);
 }
 
+/// That of the fields beside it, with a style and a font that would make it one pixel higher too.
+int PickerBox::usualHeight() const {
+    constexpr int points = 24;
+    constexpr int frame = 4;
+    return std::max(fontMetrics().height() + frame, scaled(points, *this));
+}
+
 QSize PickerBox::sizeHint() const {
-    constexpr int height = 24; // of the fields beside it
-    const QSize hint = QComboBox::sizeHint();
-    return {minimum_ > 0 ? minimum_ : hint.width(), std::max(hint.height(), scaled(height, *this))};
+    return {minimum_ > 0 ? minimum_ : QComboBox::sizeHint().width(), usualHeight()};
 }
 
 /// The button may be narrower than its longest entry, which the list shows whole.
 QSize PickerBox::minimumSizeHint() const {
     constexpr int narrowest = 80;
-    return {std::max(narrowest, minimum_), QComboBox::minimumSizeHint().height()};
+    return {std::max(narrowest, minimum_), usualHeight()};
 }
 
 void PickerBox::showPopup() {

@@ -36,6 +36,7 @@ protected:
 
 private:
     void setEntry(int index, const Forms::PickerEntry& entry);
+    int usualHeight() const;
 
     int minimum_ = 0;
 };
