@@ -48,6 +48,10 @@ public:
     /// for which the desktop starts the program. False for all others.
     virtual bool perform(const std::string& /*action*/) { return false; }
 
+    /// Whether an action is one that the session gave out in an earlier run and took back since. A
+    /// desktop may start the program for it a little too late.
+    virtual bool isTakenBack(const std::string& /*action*/) { return false; }
+
     /// Takes back what the desktop was told for the life of the program, and waits until that is
     /// done. Behind it nothing of the session is used.
     virtual void finish() {}

@@ -138,7 +138,7 @@ protected:
         return testing::AssertionFailure() << reader_.shown();
     }
 
-    ScreenReader reader_{home_, server_, bus_};
+    ScreenReader reader_{home_, bus_};
 };
 
 } // namespace desktop

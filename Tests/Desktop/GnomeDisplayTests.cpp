@@ -134,6 +134,18 @@ TEST_F(GnomeDisplays, OfferWhatMutterTakesAndAreSwitchedWithTheirNeighbours) {
     }
 }
 
+TEST_F(GnomeDisplays, GetTheModesBackInTheNextSession) {
+    for (const bool isFirst : {true, false}) {
+        const Mutter mutter(NestedMonitors{panelModes, "2,1", true, {}}, home_, bus_);
+        ChildProcess tessary(program());
+        ASSERT_TRUE(panel_.hasIcon());
+        if (isFirst)
+            choose(1, "2560 × 1440  60 Hz");
+        EXPECT_TRUE(show(monitors("3840x2160@60.000 x1.5 +0+0", "3840x2160@60.000 x1 +2560+0")));
+        EXPECT_EQ(tessary.end(), 0);
+    }
+}
+
 TEST_F(GnomeDisplays, StayAsTheyAreWhereProgramsMayNotChangeThem) {
     const auto folder = home_.path() / "policy";
     std::filesystem::create_directory(folder);

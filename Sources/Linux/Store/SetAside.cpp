@@ -29,12 +29,20 @@ std::optional<std::filesystem::path> setDatabaseAside(const std::filesystem::pat
     const auto name = takeDatedName(file);
     if (!name)
         return std::nullopt;
+    const auto renameCompanions = [](const std::filesystem::path& from,
+                                     const std::filesystem::path& to) {
+        std::error_code ignored; // most databases have none
+        for (const char* suffix : {"-journal", "-wal", "-shm"})
+            std::filesystem::rename(from.string() + suffix, to.string() + suffix, ignored);
+    };
+    renameCompanions(file, *name); // first: a fresh file must not find those of another
     std::error_code error;
-    // First the companions: a fresh file must not find a stranger's.
-    for (const char* suffix : {"-journal", "-wal", "-shm"})
-        std::filesystem::rename(file.string() + suffix, name->string() + suffix, error);
     std::filesystem::rename(file, *name, error);
-    return error ? std::nullopt : name;
+    if (!error)
+        return name;
+    renameCompanions(*name, file);
+    std::filesystem::remove(*name, error);
+    return std::nullopt;
 }
 
 } // namespace tessary

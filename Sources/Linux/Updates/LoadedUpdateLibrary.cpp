@@ -47,8 +47,10 @@ const TessaryUpdateFunctions* loadUpdateLibrary() {
         return refuse("the library is missing");
     void* library = ::dlopen(file->c_str(), RTLD_NOW | RTLD_LOCAL);
     void* symbol = library != nullptr ? ::dlsym(library, "tessaryUpdateFunctions") : nullptr;
-    if (symbol == nullptr)
-        return refuse(::dlerror());
+    if (symbol == nullptr) {
+        const char* error = ::dlerror(); // none for a symbol without an address
+        return refuse(error != nullptr ? error : file->string() + ": no functions");
+    }
     const auto* table = static_cast<const TessaryUpdateFunctions*>(symbol);
     if (table->version != knownVersion)
         return refuse(file->string() + ": another version");

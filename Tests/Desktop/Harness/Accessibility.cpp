@@ -95,25 +95,31 @@ struct Inquiry {
     }
 };
 
-/// The address of the accessibility bus, which comes to stand on the root window.
-QString busOn(const XServer& server) {
-    QString property;
+/// The address of the accessibility bus, which the services tell on the other one.
+QString addressOnBus(const Bus& bus) {
+    const QString connectionName = QStringLiteral("accessibility");
+    const QString service = QStringLiteral("org.a11y.Bus");
+    const auto connection =
+        QDBusConnection::connectToBus(QString::fromStdString(bus.address()), connectionName);
+    QString address;
     waitUntil([&] {
-        property = QString::fromStdString(server.run({"xprop", "-root", "AT_SPI_BUS"}).at(0));
-        return property.contains(u'"');
+        const auto answer = call(connection, service, QStringLiteral("/org/a11y/bus"),
+                                 "org.a11y.Bus", "GetAddress");
+        address = answer.arguments().value(0).toString();
+        return answer.type() == QDBusMessage::ReplyMessage;
     });
-    return property.section(u'"', 1, 1);
+    QDBusConnection::disconnectFromBus(connectionName);
+    return address;
 }
 
 } // namespace
 
-// Started here and not by the bus, since it leaves its address on the X server of its environment.
-ScreenReader::ScreenReader(const Home& home, const XServer& server, const Bus& bus)
-    : services_(home.commandOn(server.display(),
-                               {bus.environment(), "/usr/libexec/at-spi-bus-launcher",
-                                "--launch-immediately", "--a11y=1", "--screen-reader=1"})),
+// Started here and not by the bus, which would not end them.
+ScreenReader::ScreenReader(const Home& home, const Bus& bus)
+    : services_(home.commandOn("", {bus.environment(), "/usr/libexec/at-spi-bus-launcher",
+                                    "--launch-immediately", "--a11y=1", "--screen-reader=1"})),
       connectionName_(QStringLiteral("screen reader %1").arg(reinterpret_cast<quintptr>(this))),
-      connection_(QDBusConnection::connectToBus(busOn(server), connectionName_)) {
+      connection_(QDBusConnection::connectToBus(addressOnBus(bus), connectionName_)) {
     if (!connection_.isConnected())
         throw std::runtime_error("no accessibility services have started");
 }

@@ -15,8 +15,8 @@ namespace desktop {
 class ScreenReader {
 public:
     /// Starts the desktop's accessibility services for the programs on `bus`. What is started ends
-    /// with this object. Needs a panel on the bus, whose application object delivers.
-    ScreenReader(const Home& home, const XServer& server, const Bus& bus);
+    /// with this object.
+    ScreenReader(const Home& home, const Bus& bus);
     ~ScreenReader();
 
     /// What can be seen of the program, line by line: role and name, behind "=" the chosen entry,

@@ -3,7 +3,6 @@
 #include "Desktop/Harness/Waiting.h"
 
 #include <QDBusConnectionInterface>
-#include <QDBusVariant>
 
 #include <filesystem>
 #include <fstream>
@@ -41,6 +40,7 @@ const Home& prepared(const Home& home, const std::string& settings) {
     std::filesystem::create_directories(folder);
     std::ofstream(folder / "keyfile")
         << "[org/gnome/shell]\nwelcome-dialog-last-shown-version='99'\n"
+        << "enabled-extensions=['ubuntu-appindicators@ubuntu.com']\n"
         << "[org/gnome/mutter]\nexperimental-features=['scale-monitor-framebuffer']\n"
         << settings;
     // A destroyed surface of the library is reported, which events may still have named.
@@ -55,9 +55,9 @@ GnomeShell::GnomeShell(const Home& home, const Bus& bus, const std::string& sett
       bus_(bus),
       logins_(commandOf({"/usr/bin/python3", "-m", "dbusmock", "--system", "-t", "logind"})),
       shell_((waitForName(systemBus_, QStringLiteral("org.freedesktop.login1")),
-              commandOf({"gnome-shell", "--wayland", "--headless", "--no-x11", "--wayland-display",
-                         "wayland-gnome", "--virtual-monitor", "3840x2160@60", "--virtual-monitor",
-                         "3840x2160@60"}))),
+              commandOf({"gnome-shell", "--wayland", "--headless", "--no-x11", "--unsafe-mode",
+                         "--wayland-display", "wayland-gnome", "--virtual-monitor", "3840x2160@60",
+                         "--virtual-monitor", "3840x2160@60"}))),
       keys_((waitUntilStarted(), commandOf({"/usr/libexec/gsd-media-keys"}))) {
     waitForName(bus, QStringLiteral("org.gnome.SettingsDaemon.MediaKeys"));
     leaveOverview();
@@ -69,20 +69,20 @@ void GnomeShell::waitUntilStarted() {
         throw std::runtime_error("no shell has started");
 }
 
-void GnomeShell::leaveOverview() {
-    const auto property = [this](const char* method, const QVariantList& value) {
-        const QVariantList name{shellName, QStringLiteral("OverviewActive")};
-        return call(connectionTo(bus_), shellName, QStringLiteral("/org/gnome/Shell"),
-                    "org.freedesktop.DBus.Properties", method, name + value);
-    };
-    property("Set", {QVariant::fromValue(QDBusVariant(false))});
-    const bool isOver = waitUntil([&] {
-        const auto answer = property("Get", {}).arguments().value(0);
-        return answer.value<QDBusVariant>().variant() == QVariant(false);
-    });
-    QDBusConnection::disconnectFromBus(connectionName);
-    if (!isOver)
+void GnomeShell::leaveOverview() const {
+    run("Main.overview.hide()");
+    if (!waitUntil([this] { return run("Main.overview.visible") == "false"; }))
         throw std::runtime_error("the shell does not leave the overview");
+}
+
+std::string GnomeShell::run(const std::string& script) const {
+    const auto answer = call(connectionTo(bus_), shellName, QStringLiteral("/org/gnome/Shell"),
+                             "org.gnome.Shell", "Eval", {QString::fromStdString(script)});
+    QDBusConnection::disconnectFromBus(connectionName);
+    const std::string result = answer.arguments().value(1).toString().toStdString();
+    if (!answer.arguments().value(0).toBool())
+        throw std::runtime_error("the shell cannot run \"" + script + "\": " + result);
+    return result;
 }
 
 Words GnomeShell::commandOf(const Words& command) const {

@@ -20,13 +20,16 @@ public:
     /// The command that runs in this session.
     Words commandOf(const Words& command) const;
 
+    /// Runs JavaScript within the shell. The result as JSON; throws where it fails.
+    std::string run(const std::string& script) const;
+
     /// A value of the user's settings as the command gsettings writes it, such as "['a', 'b']".
     std::string setting(const std::string& schema, const std::string& key) const;
     void set(const std::string& schema, const std::string& key, const std::string& value) const;
 
 private:
     void waitUntilStarted();
-    void leaveOverview();
+    void leaveOverview() const;
 
     const Home& home_;
     const Bus& bus_;

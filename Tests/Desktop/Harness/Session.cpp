@@ -31,11 +31,13 @@ Words joined(Words words, const Words& others) {
 
 Words Home::commandOn(const std::string& display, const Words& command,
                       const Words& arguments) const {
-    Words words{"env", "-i", "DISPLAY=" + display, "HOME=" + path().string(),
+    Words words{"env", "-i", "HOME=" + path().string(),
                 "XDG_CONFIG_HOME=" + (path() / "config").string(),
                 "XDG_RUNTIME_DIR=" + path().string(),
                 // Without an address D-Bus would start a bus of its own, which would not be ended.
                 "DBUS_SESSION_BUS_ADDRESS=unix:path=" + (path() / "bus").string()};
+    if (!display.empty())
+        words.push_back("DISPLAY=" + display);
     for (const char* name : {"PATH", "ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS"})
         if (const char* value = std::getenv(name))
             words.push_back(std::string(name) + "=" + value);

@@ -127,6 +127,8 @@ void NSApplication::run() {
     if (!isOnlyInstance(instance, action))
         return;
     openSessionOrExit(); // before the signals are held back: a server may keep us waiting
+    if (action && Session::current().isTakenBack(*action))
+        return;
     const tessary::TerminationSignals signals;
     if (auto* displays = Displays::current())
         displays->restorePermanentModes(Session::current().claimFirstStart());

@@ -34,6 +34,10 @@ bool GnomeSession::perform(const std::string& action) {
     return hotKeys_ != nullptr && hotKeys_->perform(action);
 }
 
+bool GnomeSession::isTakenBack(const std::string& action) {
+    return hotKeys_ != nullptr && hotKeys_->isTakenBack(action);
+}
+
 void GnomeSession::finish() {
     if (hotKeys_)
         hotKeys_->finish();

@@ -21,6 +21,7 @@ public:
     DisplayDriver* displays() override { return displays_.get(); }
     HotKeySource* hotKeys() override { return hotKeys_.get(); }
     bool perform(const std::string& action) override;
+    bool isTakenBack(const std::string& action) override;
     void finish() override;
 
 private:

@@ -42,9 +42,12 @@ std::unique_ptr<CustomKeybindings> CustomKeybindings::open(WaylandConnection& co
 CustomKeybindings::CustomKeybindings(std::unique_ptr<OwnKeybindings> keybindings,
                                      WaylandConnection& connection)
     : keybindings_(std::move(keybindings)),
+      connection_(connection),
       keyboard_(DesktopSettings::open("org.gnome.desktop.peripherals.keyboard")),
       keymap_(connection) {
     keymap_.setChangedHandler([this] { renewKeymap(); });
+    askAgain_.setSingleShot(true);
+    QObject::connect(&askAgain_, &QTimer::timeout, [this] { askCompositor(); });
     // Behind the launch, which takes the same keys again: then there is nothing to withdraw.
     if (keybindings_->areThere())
         DispatchQueue::mainAsync([this] { scheduleWrite(); });
@@ -126,9 +129,41 @@ bool CustomKeybindings::perform(const std::string& action) {
     const unsigned delay = keyboard_ ? keyboard_->number("delay") : usualDelay;
     const bool isRepeat = presses_.isRepeat(*combination, std::chrono::steady_clock::now(),
                                             std::chrono::milliseconds(delay) + slowness);
-    if (!isRepeat && std::ranges::find(ours_, *combination) != ours_.end())
+    if (!isRepeat && std::ranges::find(ours_, *combination) != ours_.end()) {
         pressed_(*combination);
+        restartPause(); // since what the press did may have taken longer than the pause
+        askCompositor();
+        isAskedAgain_ = false;
+    }
     return true;
+}
+
+bool CustomKeybindings::isTakenBack(const std::string& action) const {
+    const auto combination = combinationOf(action);
+    return combination && !keybindings_->isThere(*combination);
+}
+
+void CustomKeybindings::restartPause() {
+    presses_.restartPause(std::chrono::steady_clock::now());
+}
+
+/// A compositor that paints what a switch made gives no keys out meanwhile. It may begin to paint
+/// behind its first answer, but not behind another one a few frames later.
+void CustomKeybindings::askCompositor() {
+    static constexpr wl_callback_listener listener{[](void* self, wl_callback*, std::uint32_t) {
+        static_cast<CustomKeybindings*>(self)->takeAnswer();
+    }};
+    answer_.reset(wl_display_sync(connection_.display()));
+    wl_callback_add_listener(answer_.get(), &listener, this);
+    wl_display_flush(connection_.display());
+}
+
+void CustomKeybindings::takeAnswer() {
+    constexpr std::chrono::milliseconds fewFrames{50};
+    answer_.reset();
+    restartPause();
+    if (!std::exchange(isAskedAgain_, true))
+        askAgain_.start(fewFrames);
 }
 
 void CustomKeybindings::renewKeymap() {

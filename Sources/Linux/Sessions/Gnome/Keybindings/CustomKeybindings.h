@@ -6,6 +6,8 @@
 #include "Linux/Sessions/Gnome/Keybindings/RepeatedPresses.h"
 #include "Linux/Sessions/Wayland/SeatKeymap.h"
 
+#include <QTimer>
+
 #include <functional>
 #include <memory>
 #include <optional>
@@ -31,6 +33,9 @@ public:
     /// Handles the action of a keybinding, from the event loop. False for all other actions.
     bool perform(const std::string& action);
 
+    /// Whether the action is one of a keybinding that the desktop does not have any more.
+    bool isTakenBack(const std::string& action) const;
+
     /// Gives all combinations back, and waits until the settings are written.
     void finish();
 
@@ -42,14 +47,22 @@ private:
     void scheduleWrite();
     void write();
     void renewKeymap();
+    void restartPause();
+    void askCompositor();
+    void takeAnswer();
 
     std::unique_ptr<OwnKeybindings> keybindings_;
+    WaylandConnection& connection_;
     std::unique_ptr<DesktopSettings> keyboard_; ///< null where the desktop does not tell
     SeatKeymap keymap_;
     std::function<void(const KeyCombination&)> pressed_ = [](const KeyCombination&) {};
     std::function<void()> changed_ = [] {};
     std::vector<KeyCombination> ours_;
     RepeatedPresses presses_;
+    std::unique_ptr<wl_callback, decltype(&wl_callback_destroy)> answer_{nullptr,
+                                                                         wl_callback_destroy};
+    QTimer askAgain_;
+    bool isAskedAgain_ = false;                                     ///< since the last press
     std::optional<std::vector<Accelerator>> acceleratorsOfDesktop_; ///< until the next write
     bool isWriteScheduled_ = false;
 };

@@ -61,6 +61,11 @@ bool OwnKeybindings::areThere() const {
     return std::ranges::any_of(keys_->list(listKey), isOwn);
 }
 
+bool OwnKeybindings::isThere(const KeyCombination& combination) const {
+    const auto list = keys_->list(listKey);
+    return std::ranges::find(list, pathOf(combination)) != list.end();
+}
+
 // A keybinding is whole before it is in the list, and forgotten behind that.
 void OwnKeybindings::write(const std::vector<Keybinding>& keybindings) {
     std::vector<std::string> paths;

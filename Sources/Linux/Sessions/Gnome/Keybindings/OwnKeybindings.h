@@ -24,6 +24,9 @@ public:
     /// Whether the list has some of ours, which may be an earlier run's.
     bool areThere() const;
 
+    /// Whether the list has the one of this combination.
+    bool isThere(const KeyCombination& combination) const;
+
     struct Keybinding {
         KeyCombination combination;
         std::string name; ///< that the user sees in the desktop's settings

@@ -22,6 +22,9 @@ public:
         return isSame;
     }
 
+    /// Counts the pause from `now`: until then repeats may have waited for what the press did.
+    void restartPause(Time now) { time_ = now; }
+
 private:
     std::optional<KeyCombination> last_;
     Time time_;
