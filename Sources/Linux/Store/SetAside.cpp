@@ -26,7 +26,7 @@ std::optional<std::filesystem::path> takeDatedName(const std::filesystem::path& 
 } // namespace
 
 std::optional<std::filesystem::path> setDatabaseAside(const std::filesystem::path& file) {
-    const auto name = takeDatedName(file);
+    auto name = takeDatedName(file);
     if (!name)
         return std::nullopt;
     const auto renameCompanions = [](const std::filesystem::path& from,

@@ -79,7 +79,7 @@ std::string GnomeShell::run(const std::string& script) const {
     const auto answer = call(connectionTo(bus_), shellName, QStringLiteral("/org/gnome/Shell"),
                              "org.gnome.Shell", "Eval", {QString::fromStdString(script)});
     QDBusConnection::disconnectFromBus(connectionName);
-    const std::string result = answer.arguments().value(1).toString().toStdString();
+    std::string result = answer.arguments().value(1).toString().toStdString();
     if (!answer.arguments().value(0).toBool())
         throw std::runtime_error("the shell cannot run \"" + script + "\": " + result);
     return result;
