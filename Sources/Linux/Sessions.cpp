@@ -1,6 +1,7 @@
 #include "Linux/Session.h"
 
 #include "Linux/Sessions/Gnome/GnomeSession.h"
+#include "Linux/Sessions/Kde/KdeSession.h"
 #include "Linux/Sessions/Wayland/WaylandSession.h"
 #include "Linux/Sessions/X11/X11Session.h"
 #include "Platform/Foundation.h"
@@ -18,7 +19,7 @@ namespace tessary {
 namespace {
 
 /// In the order of asking; the first that serves the compositor takes the connection.
-constexpr std::array waylandFamilies{GnomeSession::open};
+constexpr std::array waylandFamilies{KdeSession::open, GnomeSession::open};
 
 /// Null where no compositor answers.
 std::unique_ptr<Session> waylandSession() {

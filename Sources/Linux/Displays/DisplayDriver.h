@@ -38,6 +38,9 @@ public:
     /// Anything but `done` has put everything back as it was.
     virtual Outcome apply(const std::vector<ModeChange>& changes) = 0;
 
+    /// Whether the session keeps for its next time what was set, so that we need not.
+    virtual bool keepsModes() const { return false; }
+
     /// Has `changed` called from the event loop after each change of the displays, those by `apply`
     /// included.
     virtual void setChangeHandler(std::function<void()> changed) = 0;

@@ -21,10 +21,9 @@ Displays* Displays::current() {
 }
 
 Displays::Displays(DisplayDriver& driver)
-    : driver_(driver),
-      permanentModes_(Database::shared()),
-      displays_(described(driver.displays())),
-      reports_(displays_) {
+    : driver_(driver), displays_(described(driver.displays())), reports_(displays_) {
+    if (!driver.keepsModes())
+        permanentModes_.emplace(Database::shared());
     driver.setChangeHandler([this] { deliver(); });
 }
 
@@ -40,7 +39,8 @@ void Displays::refresh() {
     for (int round = 0; round < rounds && driver_.refresh(); ++round) {
         const DisplayRecords before = displays_;
         update();
-        permanentModes_.follow(before, displays_); // our own switches are in `before` already
+        if (permanentModes_)
+            permanentModes_->follow(before, displays_); // our own switches are in `before` already
     }
 }
 
@@ -67,24 +67,28 @@ bool Displays::apply(const std::vector<ModeChange>& changes, Permanence permanen
         return false;
     }
     update();
-    if (permanence == Permanence::permanent)
+    if (permanentModes_ && permanence == Permanence::permanent)
         for (const ModeChange& change : changes)
             if (const DisplayRecord* display = findDisplay(displays_, change.display))
-                permanentModes_.remember(*display);
+                permanentModes_->remember(*display);
     return true;
 }
 
 /// Gives the displays that came since `before` their permanent modes.
 void Displays::restore(const DisplayRecords& before) {
+    if (!permanentModes_)
+        return;
     const DisplayRecords displays = displays_; // restoring one changes the list
-    for (const ModeChange& change : permanentModes_.due(before, displays))
+    for (const ModeChange& change : permanentModes_->due(before, displays))
         if (!apply({change}, Permanence::untilLogOut))
             NSLog("tessary: " + findDisplay(displays, change.display)->connector +
                   " refused its permanent mode");
 }
 
 void Displays::restorePermanentModes(bool isFirstStart) {
-    permanentModes_.follow({}, displays_);
+    if (!permanentModes_)
+        return;
+    permanentModes_->follow({}, displays_);
     if (!isFirstStart)
         return;
     restore({});

@@ -5,6 +5,7 @@
 #include "Linux/Displays/PermanentModes.h"
 
 #include <map>
+#include <optional>
 #include <vector>
 
 namespace tessary {
@@ -32,7 +33,8 @@ public:
     bool apply(const std::vector<ModeChange>& changes, Permanence permanence);
 
     /// To be called once, before the program asks for displays. Puts the permanently chosen modes
-    /// back if no program has done so since the display server started.
+    /// back if the session does not keep them itself and no program has done so since the display
+    /// server started.
     void restorePermanentModes(bool isFirstStart);
 
     /// Has `handler` called from the event loop for the displays of which anything changed: for
@@ -51,7 +53,7 @@ private:
     void deliver();
 
     DisplayDriver& driver_;
-    PermanentModes permanentModes_;
+    std::optional<PermanentModes> permanentModes_; ///< none where the session keeps them itself
     DisplayRecords displays_;
     /// How often a display that was there was missing when the displays were read.
     std::map<CGDirectDisplayID, std::uint32_t> absences_;

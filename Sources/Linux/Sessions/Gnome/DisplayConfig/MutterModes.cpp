@@ -1,20 +1,13 @@
 #include "Linux/Sessions/Gnome/DisplayConfig/MutterModes.h"
 
+#include "Linux/Displays/Scaling.h"
+
 #include <algorithm>
 #include <tuple>
 
 namespace tessary {
 
 namespace {
-
-/// The size of the preferred mode, else the largest.
-PixelSize panelSize(const MutterMonitor& monitor) {
-    const auto rank = [](const MutterMode& mode) {
-        return std::tuple(mode.isPreferred,
-                          std::int64_t{mode.size.width} * std::int64_t{mode.size.height});
-    };
-    return std::ranges::max_element(monitor.modes, {}, rank)->size;
-}
 
 /// Whether all monitors of the display can show what this mode of the first one shows.
 bool isCommon(const MutterState& state, const MutterLogicalMonitor& display,
@@ -26,11 +19,6 @@ bool isCommon(const MutterState& state, const MutterLogicalMonitor& display,
 
 } // namespace
 
-PixelSize scaledDown(PixelSize pixels, double scale) {
-    return {static_cast<int>(std::lround(pixels.width / scale)),
-            static_cast<int>(std::lround(pixels.height / scale))};
-}
-
 PixelSize shownSize(const MutterLogicalMonitor& display, const MutterMode& mode, double scale) {
     const PixelSize size = scaledDown(mode.size, scale);
     return display.isTurned() ? PixelSize{size.height, size.width} : size;
@@ -41,7 +29,7 @@ QList<double> offeredScales(const MutterState& state, const MutterLogicalMonitor
     if (!mode.isUsable() || !isCommon(state, display, mode))
         return {};
     const MutterMonitor& monitor = *state.monitor(display.connectors.front());
-    const bool isOfPanel = mode.size == panelSize(monitor);
+    const bool isOfPanel = mode.size == panelSize(monitor.modes);
     const bool isFixed = state.isScaleGlobal && state.logicalMonitors.size() > 1;
     QList<double> offered;
     for (const double scale : mode.scales)

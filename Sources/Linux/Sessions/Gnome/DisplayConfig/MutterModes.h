@@ -12,9 +12,6 @@ inline bool isSameScale(double left, double right) {
     return std::abs(left - right) < precision;
 }
 
-/// A size in points, to the nearest.
-PixelSize scaledDown(PixelSize pixels, double scale);
-
 /// The size of what the display shows, turned with it: in points.
 PixelSize shownSize(const MutterLogicalMonitor& display, const MutterMode& mode, double scale);
 
