@@ -1,14 +1,12 @@
 // Displays that Mutter owns, in a Wayland session and on an X server.
+#include "Desktop/Catalogue.h"
 #include "Desktop/Desktop.h"
 #include "Desktop/Harness/DisplayConfig.h"
 #include "Desktop/Harness/Mutter.h"
 
-#include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <regex>
-#include <set>
-#include <tuple>
 
 namespace desktop {
 namespace {
@@ -18,32 +16,6 @@ constexpr const char* panelModes =
 
 Layout monitors(const std::string& first, const std::string& second) {
     return {{"LVDS1", first}, {"LVDS2", second}};
-}
-
-/// The submenu that a monitor must have, without its marks.
-std::string catalogueOf(const std::vector<OfferedMode>& modes) {
-    using Size = std::tuple<long, long, bool>; // the last: high density
-    std::map<Size, long, std::greater<>> rates;
-    std::set<long> allRates;
-    const OfferedMode& panel = *std::ranges::find_if(modes, &OfferedMode::isPreferred);
-    for (const OfferedMode& mode : modes)
-        for (const double scale : mode.scales)
-            if (scale == 1 || (mode.width == panel.width && mode.height == panel.height)) {
-                long& rate = rates[{std::lround(mode.width / scale),
-                                    std::lround(mode.height / scale), scale > 1}];
-                rate = std::max(rate, std::lround(mode.rate));
-            }
-    for (const auto& [size, rate] : rates)
-        allRates.insert(rate);
-    std::string text;
-    for (const auto& [size, rate] : rates) {
-        const auto& [width, height, isSharp] = size;
-        const bool hasTwin = !isSharp && rates.contains({width, height, true});
-        text += "  " + std::to_string(width) + " × " + std::to_string(height) +
-                (hasTwin ? "  (low resolution)" : "") +
-                (allRates.size() > 1 ? "  " + std::to_string(rate) + " Hz" : "") + "\n";
-    }
-    return text;
 }
 
 class GnomeDisplays : public testing::Test {
