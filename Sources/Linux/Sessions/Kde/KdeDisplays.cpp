@@ -55,14 +55,16 @@ PixelRect frameOf(const KdeOutput& output) {
 /// On smaller modes, scales above 1 would hide sharper entries of the same size in points.
 std::vector<double> offeredScales(const KdeOutput& output, const KdeMode& mode) {
     constexpr PixelSize smallest{800, 480};
-    constexpr double step = 0.25;
-    constexpr double largest = 3;
+    constexpr int quarters = 4; // of 1
+    constexpr int largest = 3 * quarters;
     std::vector<double> scales{1};
     if (mode.size == panelSize(output.modes))
-        for (double scale = 1 + step; scale <= largest; scale += step)
-            if (const PixelSize size = scaledDown(mode.size, scale);
-                size.width >= smallest.width && size.height >= smallest.height)
+        for (int parts = quarters + 1; parts <= largest; ++parts) {
+            const double scale = static_cast<double>(parts) / quarters;
+            const PixelSize size = scaledDown(mode.size, scale);
+            if (size.width >= smallest.width && size.height >= smallest.height)
                 scales.push_back(scale);
+        }
     return scales;
 }
 
