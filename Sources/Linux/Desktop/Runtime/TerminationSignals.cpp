@@ -20,7 +20,7 @@ volatile std::sig_atomic_t event = -1; ///< a descriptor that the loop watches
 // Both run as signal handlers, on any thread: only what POSIX calls async-signal-safe.
 
 void endInOrder(int signal) {
-    constexpr unsigned patience = 2; // seconds
+    constexpr unsigned patience = 6; // seconds; Mutter may take five for a switch of the hardware
     constexpr std::uint64_t one = 1;
     const int error = errno;
     if (firstSignal == 0) {

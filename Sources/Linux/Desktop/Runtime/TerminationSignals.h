@@ -8,7 +8,7 @@
 namespace tessary {
 
 /// SIGTERM, SIGINT and SIGHUP as calls from the event loop. Where that does not end the process
-/// within two seconds, because something hangs, it ends at once, with one line on standard error
+/// within six seconds, because something hangs, it ends at once, with one line on standard error
 /// and the status that a shell gives to the signal: 128 and its number.
 class TerminationSignals {
 public:
