@@ -162,5 +162,26 @@ TEST_F(GnomeKey, ThatAnotherHasIsRefusedAndWhatACrashLeftIsWithdrawn) {
     EXPECT_TRUE(lists({}));
 }
 
+TEST_F(GnomeKey, TheMenuOfTheIconChoosesAMode) {
+    ChildProcess tessary(shell_.commandOf({TESSARY_PROGRAM}));
+    EXPECT_TRUE(waitUntil([this] { // the menu comes over the bus
+        return shell_.run(R"((() => {
+            const find = (menu, label) => {
+                menu?.open();
+                return menu?._getMenuItems().find(each => each.label?.text.includes(label));
+            };
+            const icon = Object.entries(Main.panel.statusArea).find(
+                ([name]) => name.startsWith('appindicator'));
+            const display = find(icon?.[1].menu, '(2)');
+            const mode = find(display?.menu, '2560 × 1440');
+            const {Clutter} = imports.gi;
+            mode?.activate(Clutter.Event.new(Clutter.EventType.NOTHING));
+            return mode !== undefined;
+        })())") == "true";
+    }));
+    EXPECT_TRUE(show("x1 +0+0", "x1.5 +3840+0"));
+    EXPECT_EQ(tessary.end(), 0) << testing::PrintToString(tessary.lines());
+}
+
 } // namespace
 } // namespace desktop
