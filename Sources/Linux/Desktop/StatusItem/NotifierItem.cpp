@@ -1,11 +1,9 @@
 #include "Linux/Desktop/StatusItem/NotifierItem.h"
 
-#include "Linux/Desktop/Runtime/SessionBus.h"
 #include "Linux/Desktop/StatusItem/IconPixmaps.h"
 #include "Linux/Desktop/Symbols/Symbols.h"
 #include "Platform/Foundation.h"
 
-#include <QCoreApplication>
 #include <QDBusObjectPath>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
@@ -34,14 +32,11 @@ NotifierItem::NotifierItem(QDBusConnection bus, std::shared_ptr<NSStatusItem> it
                             {u"SecondaryActivate", u"ii", acknowledged},
                             {u"Scroll", u"is", acknowledged}}),
       bus_(std::move(bus)),
-      service_(QStringLiteral("org.kde.StatusNotifierItem-%1-1")
-                   .arg(QCoreApplication::applicationPid())),
       item_(std::move(item)),
       menuPath_(std::move(menuPath)),
       openMenu_(std::move(openMenu)) {
     registerIconTypes();
     bus_.registerVirtualObject(path, this);
-    bus_.asyncCall(requestForName(service_)); // QDBusConnection::registerService would wait
 }
 
 QDBusMessage NotifierItem::activate(const QDBusMessage& call) const {
@@ -57,7 +52,9 @@ void NotifierItem::registerWithWatcher() {
     auto request =
         QDBusMessage::createMethodCall(watcher, QStringLiteral("/StatusNotifierWatcher"), watcher,
                                        QStringLiteral("RegisterStatusNotifierItem"));
-    request << service_;
+    // By the connection's own name, as programs in a sandbox do. GNOME's extension watches a name
+    // of the program's own, and an icon whose properties it reads at that moment never appears.
+    request << bus_.baseService();
     auto* call = new QDBusPendingCallWatcher(bus_.asyncCall(request), this);
     connect(call, &QDBusPendingCallWatcher::finished, this, [call] {
         const QDBusPendingReply<> reply = *call;

@@ -31,7 +31,6 @@ private:
     QDBusMessage activate(const QDBusMessage& call) const;
 
     QDBusConnection bus_;
-    QString service_;
     std::shared_ptr<NSStatusItem> item_;
     QString menuPath_;
     std::function<void()> openMenu_;
