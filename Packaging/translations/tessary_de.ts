@@ -231,8 +231,8 @@
         <translation>er ist ein Verweis oder eine Datei</translation>
     </message>
     <message>
-        <source>it belongs to somebody else</source>
-        <translation>er gehört jemand anderem</translation>
+        <source>it belongs to another user</source>
+        <translation>er gehört einem anderen Benutzer</translation>
     </message>
     <message>
         <source>it is no absolute path</source>
@@ -241,6 +241,10 @@
     <message>
         <source>The kind of the package is unknown.</source>
         <translation>Die Art des Pakets ist unbekannt.</translation>
+    </message>
+    <message>
+        <source>The program “%1”, which finds the program for the package, could not be started.</source>
+        <translation>Das Programm „%1“, welches das Programm für das Paket findet, konnte nicht gestartet werden.</translation>
     </message>
     <message>
         <source>No program is registered for this kind of package.</source>

@@ -231,8 +231,8 @@
         <translation>es un enlace o un archivo</translation>
     </message>
     <message>
-        <source>it belongs to somebody else</source>
-        <translation>pertenece a otra persona</translation>
+        <source>it belongs to another user</source>
+        <translation>pertenece a otro usuario</translation>
     </message>
     <message>
         <source>it is no absolute path</source>
@@ -241,6 +241,10 @@
     <message>
         <source>The kind of the package is unknown.</source>
         <translation>El tipo del paquete es desconocido.</translation>
+    </message>
+    <message>
+        <source>The program “%1”, which finds the program for the package, could not be started.</source>
+        <translation>No se pudo iniciar el programa «%1», que busca el programa para el paquete.</translation>
     </message>
     <message>
         <source>No program is registered for this kind of package.</source>

@@ -231,8 +231,8 @@
         <translation>c’est un lien ou un fichier</translation>
     </message>
     <message>
-        <source>it belongs to somebody else</source>
-        <translation>il appartient à quelqu’un d’autre</translation>
+        <source>it belongs to another user</source>
+        <translation>il appartient à un autre utilisateur</translation>
     </message>
     <message>
         <source>it is no absolute path</source>
@@ -241,6 +241,10 @@
     <message>
         <source>The kind of the package is unknown.</source>
         <translation>Le type du paquet est inconnu.</translation>
+    </message>
+    <message>
+        <source>The program “%1”, which finds the program for the package, could not be started.</source>
+        <translation>Le programme « %1 », qui trouve le programme prévu pour le paquet, n’a pas pu démarrer.</translation>
     </message>
     <message>
         <source>No program is registered for this kind of package.</source>

@@ -231,7 +231,7 @@
         <translation>リンクまたはファイルです</translation>
     </message>
     <message>
-        <source>it belongs to somebody else</source>
+        <source>it belongs to another user</source>
         <translation>ほかのユーザーが所有しています</translation>
     </message>
     <message>
@@ -241,6 +241,10 @@
     <message>
         <source>The kind of the package is unknown.</source>
         <translation>パッケージの種類が不明です。</translation>
+    </message>
+    <message>
+        <source>The program “%1”, which finds the program for the package, could not be started.</source>
+        <translation>パッケージ用のプログラムを探すプログラム「%1」を起動できませんでした。</translation>
     </message>
     <message>
         <source>No program is registered for this kind of package.</source>

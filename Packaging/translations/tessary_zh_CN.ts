@@ -231,7 +231,7 @@
         <translation>它是链接或文件</translation>
     </message>
     <message>
-        <source>it belongs to somebody else</source>
+        <source>it belongs to another user</source>
         <translation>它属于其他用户</translation>
     </message>
     <message>
@@ -241,6 +241,10 @@
     <message>
         <source>The kind of the package is unknown.</source>
         <translation>软件包的类型未知。</translation>
+    </message>
+    <message>
+        <source>The program “%1”, which finds the program for the package, could not be started.</source>
+        <translation>无法启动用于查找软件包处理程序的程序“%1”。</translation>
     </message>
     <message>
         <source>No program is registered for this kind of package.</source>

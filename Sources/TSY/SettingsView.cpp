@@ -24,7 +24,7 @@ Text verbatim(std::string text) {
     return {.text = std::move(text), .wording = Wording::verbatim};
 }
 
-/// The text in small letters.
+/// The text in the small font of captions.
 Text caption(Text text, ForegroundStyle style) {
     text.font = Font::caption;
     text.style = style;

@@ -12,7 +12,7 @@ namespace tsy {
 
 struct Shortcut {
     std::uint16_t keyCode = 0; ///< virtual key code: a place on the keyboard, in every layout
-    NSEventModifierFlags modifiers = 0; ///< of other bits than the four keys' none counts; all stay
+    NSEventModifierFlags modifiers = 0; ///< other bits than the four keys' are kept, but ignored
 
     /// The symbols of the modifiers: control, option, shift, command.
     std::string modifierString() const;

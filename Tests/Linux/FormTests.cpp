@@ -62,7 +62,7 @@ class FormWidgets : public testing::Test {
 protected:
     /// Shows the form that the fields below describe.
     void render() {
-        const Label label{"1.square", {}, {{Text{"Row 1", Wording::verbatim}}}};
+        const Label label{symbol, {}, {{Text{"Row 1", Wording::verbatim}}}};
         const Stack content{Axis::horizontal, 8, 0, {{picker("")}, {field()}}};
         const Toggle toggle{{toggleText}, isOn, [this](bool on) { calls += on ? " on" : " off"; }};
         const Button button{
@@ -128,6 +128,7 @@ protected:
     std::string header = "Header";
     std::string toggleText = "A & B";
     std::string lastRow;
+    std::string symbol = "1.square";
     double width = 400;
     std::vector<std::string> notes;
     bool isEnabled = true;
@@ -279,6 +280,12 @@ TEST_F(FormWidgets, LabelsAreBrokenOnlyWhereNothingElseLeavesThemRoom) {
     const auto& button = find<QPushButton>();
     EXPECT_EQ(button.width(), button.minimumSizeHint().width());
     EXPECT_LT(button.width(), button.sizeHint().width());
+}
+
+TEST_F(FormWidgets, AnUnknownSymbolIsAnEmptyPlace) {
+    symbol = "unknown";
+    show();
+    EXPECT_FALSE(widget_->grab().isNull());
 }
 
 TEST_F(FormWidgets, TextsArePlain) {

@@ -15,7 +15,7 @@ const TessaryUpdateFunctions* loadedUpdateLibrary();
 const TessaryUpdateFunctions* loadUpdateLibrary();
 
 /// Ends the process at once if the library was loaded: the end of its network classes would wait
-/// for servers of names that do not answer.
+/// for name servers that do not answer.
 void exitIfUpdateLibraryIsLoaded(int status);
 
 } // namespace tessary

@@ -53,7 +53,7 @@ struct Stack {
 
 /// A symbol and, behind it, one view.
 struct Label {
-    std::string systemImage;
+    std::string systemImage;           ///< an unknown one is an empty place
     std::optional<NSColor> imageColor; ///< the text's own where there is none
     std::vector<View> title;           ///< exactly one
 };

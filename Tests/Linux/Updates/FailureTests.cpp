@@ -106,6 +106,13 @@ const Row rows[]{
      [](auto& t) { t.announce(&Announcement::length, std::numeric_limits<qint64>::max()); },
      "too little space", true, true}};
 
+TEST_F(UpdateFixture, WithoutXdgMimeTheUserIsToldSo) {
+    const QByteArray path = qgetenv("PATH");
+    qputenv("PATH", "/nowhere");
+    EXPECT_TRUE(check(true, "is available") && press("Install") && says("“xdg-mime”"));
+    qputenv("PATH", path);
+}
+
 INSTANTIATE_TEST_SUITE_P(Updates, FailureTest, testing::ValuesIn(rows),
                          [](const auto& row) { return std::string(row.param.name); });
 

@@ -45,7 +45,7 @@ TEST_F(FolderTest, ThatIsNotTheUsersOwnIsLeftAlone) {
         {linkTo(documents, own), "tessary” cannot be used: it is a link"},
         {linkTo(documents / "updates", downloads()), "updates” cannot be used: it is a link"}};
     if (::geteuid() == 0) // others cannot give files away
-        rows.emplace_back([own] { EXPECT_EQ(::chown(own.c_str(), 1, 1), 0); }, "somebody else");
+        rows.emplace_back([own] { EXPECT_EQ(::chown(own.c_str(), 1, 1), 0); }, "another user");
     fill(documents / "updates");
     for (const auto& [arrange, words] : rows) {
         fill(downloads());

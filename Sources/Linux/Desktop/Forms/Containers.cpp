@@ -50,9 +50,12 @@ void SymbolWidget::setSymbol(const std::string& symbol, const QColor& colour) {
 /// their own.
 void SymbolWidget::paintEvent(QPaintEvent* /*event*/) {
     const QSize pixels = (QSizeF(size()) * devicePixelRatioF()).toSize();
-    const QSize largest = icon_.availableSizes().last();
-    QPainter(this).drawPixmap(rect(), icon_.pixmap(largest).scaled(pixels, Qt::IgnoreAspectRatio,
-                                                                   Qt::SmoothTransformation));
+    const auto sizes = icon_.availableSizes();
+    if (sizes.isEmpty()) // an unknown symbol
+        return;
+    QPainter(this).drawPixmap(
+        rect(),
+        icon_.pixmap(sizes.last()).scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
 }
 
 LabelWidget::LabelWidget(QWidget* parent) : QWidget(parent) {

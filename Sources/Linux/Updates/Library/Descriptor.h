@@ -6,7 +6,7 @@
 
 namespace tessary::updates {
 
-/// Owns what the system has opened under a number; a negative one stands for nothing.
+/// Owns a file descriptor; a negative number stands for none.
 class Descriptor {
 public:
     explicit Descriptor(int number = -1) : number_(number) {}

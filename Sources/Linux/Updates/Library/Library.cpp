@@ -16,7 +16,7 @@ std::unique_ptr<UpdateSession>& session() {
 }
 
 /// An application object waits at its end for all look-ups of names, and so would the user, half a
-/// minute for a server of names that does not answer. They come to nothing by themselves.
+/// minute for a name server that does not answer. They end by themselves.
 void leaveLookUpsBehind() {
     auto* application = QCoreApplication::instance();
     QObject::connect(application, &QCoreApplication::aboutToQuit, application, [application] {

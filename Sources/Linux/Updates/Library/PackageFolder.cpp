@@ -50,7 +50,7 @@ std::optional<QString> claim(const Descriptor& folder) {
     if (!folder || ::fstat(folder.number(), &state) != 0)
         return errorText();
     if (state.st_uid != ::geteuid())
-        return UpdateText::tr("it belongs to somebody else");
+        return UpdateText::tr("it belongs to another user");
     if (isOpenToOthers(state) && ::fchmod(folder.number(), state.st_mode & ownerMayWrite) != 0)
         return errorText();
     return std::nullopt;

@@ -34,8 +34,13 @@ void PackageHandler::query(const QStringList& question, Step next) {
 /// A process may both fail and finish; only the first counts.
 void PackageHandler::proceed() {
     const auto step = std::exchange(next_, nullptr);
-    if (step != nullptr)
-        (this->*step)(QString::fromLocal8Bit(query_.readAllStandardOutput()).trimmed());
+    if (step == nullptr)
+        return;
+    if (query_.error() == QProcess::FailedToStart)
+        return answer(failure(UpdateText::tr("The program “%1”, which finds the program for the "
+                                             "package, could not be started.")
+                                  .arg(query_.program())));
+    (this->*step)(QString::fromLocal8Bit(query_.readAllStandardOutput()).trimmed());
 }
 
 /// The kind is what xdg-open itself will find, not what the toolkit would.

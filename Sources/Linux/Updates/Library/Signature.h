@@ -2,7 +2,7 @@
 // about a package, so that a signature holds for one version only and no old package can be offered
 // as a new one:
 //
-//     tessary 1.10 1234567 <SHA-512 of the package, 128 hexadecimal digits in small letters>\n
+//     tessary 1.10 1234567 <SHA-512 of the package, 128 lower-case hexadecimal digits>\n
 //
 // The version is written as in the feed, the length is in bytes.
 #pragma once

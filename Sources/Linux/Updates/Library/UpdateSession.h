@@ -9,7 +9,8 @@
 
 namespace tessary::updates {
 
-/// One check, from the question to what the user decides and what comes of that. Main thread only.
+/// One check, from the question whether there is an update to the installation or its refusal. Main
+/// thread only.
 ///
 /// The event loop without windows and its application object end when windows are needed. Between
 /// the two loops a session therefore consists of values; in a loop with windows, the end of the
